@@ -1,0 +1,35 @@
+#pragma once
+
+#include <functional>
+
+namespace swiftpatch {
+
+// All of these pump messages: timers, clicks and notifications of transfers run inside them,
+// and any of them throws EndProgram once the run is over.
+
+/// Handles all messages that are waiting and returns at once.
+void DoEvents();
+
+/// For loops that only wait: as DoEvents, but when nothing is waiting it first rests for at most
+/// one millisecond until something comes, so that waiting costs no processor time.
+void DoEventsResting();
+
+/// For loops that yield thousands of times a second: as DoEvents, at most once a millisecond;
+/// in between it returns without a look at the queue.
+void DoEventsPaced();
+
+/// Ends the run at once: no further event procedure runs, no box stays.
+[[noreturn]] void End();
+
+/// True once the run has ended; what runs after that is only clean-up.
+bool RunIsOver();
+
+/// Ends the run without leaving the caller: the next pump throws EndProgram.
+void EndRunAtNextPump();
+
+/// Calls an event procedure for the platform. An error that leaves it was trapped by nobody: the
+/// system's box shows it and the run ends, whatever procedure was pumping messages. Throws
+/// EndProgram only.
+void RaiseEvent(const std::function<void()>& procedure);
+
+}  // namespace swiftpatch

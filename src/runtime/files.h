@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "runtime/datetime.h"
+
+namespace swiftpatch {
+
+// Whole files. Errors are run-time errors: 53 File not found, 57 Device I/O error, 61 Disk full,
+// 70 Permission denied, 71 Disk not ready, 75 Path/File access error, 76 Path not found.
+
+/// The directory lookup for a normal file: true when `path` names a file that is neither a
+/// folder nor hidden nor a system file. Never raises an error.
+bool FileExists(const std::string& path);
+
+/// Length in bytes. Raises 53, and 6 for a length that 32 signed bits cannot hold.
+std::int32_t FileLen(const std::string& path);
+
+/// Local time of the last change. Raises 53.
+DateTime FileDateTime(const std::string& path);
+
+/// Deletes a file. Raises 53, and 75 when another process holds it or it is read-only.
+void Kill(const std::string& path);
+
+/// Copies a file over `target`, which need not exist. Raises 53, and 70 when the target is held
+/// by another process or read-only. The target carries the source's time, as the platform does.
+void FileCopy(const std::string& source, const std::string& target);
+
+// Files by number, as one procedure opens, writes and closes them. A number that is not open
+// raises 52 Bad file name or number.
+
+/// The lowest free file number from 1 on. Raises 67 Too many files.
+int FreeFile();
+
+/// Opens `path` for binary writing under `number`; creates the file when it is missing and keeps
+/// what an existing one holds, the position being its first byte. Raises 55 when the number is in
+/// use, 75 or 76.
+void OpenForBinary(const std::string& path, int number);
+
+/// Writes `bytes` at the current position. Bytes may be gathered in memory and reach the disk
+/// later, at the latest in CloseFile; an error then is raised there.
+void PutBytes(int number, std::string_view bytes);
+
+/// Writes what was gathered and closes. Does nothing for a number that is not open.
+void CloseFile(int number);
+
+/// Closes all files; called when the run ends. Never raises an error.
+void CloseAllFiles() noexcept;
+
+}  // namespace swiftpatch

@@ -1,0 +1,114 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "runtime/component.h"
+
+namespace swiftpatch {
+
+/// The states of a transfer, as StateChanged reports them.
+namespace inet_state {
+inline constexpr int kResolvingHost = 1;
+inline constexpr int kHostResolved = 2;
+inline constexpr int kConnecting = 3;
+inline constexpr int kConnected = 4;
+inline constexpr int kRequesting = 5;
+inline constexpr int kRequestSent = 6;
+inline constexpr int kReceivingResponse = 7;
+inline constexpr int kResponseReceived = 8;
+inline constexpr int kDisconnecting = 9;
+inline constexpr int kDisconnected = 10;
+inline constexpr int kError = 11;
+inline constexpr int kResponseCompleted = 12;
+}  // namespace inet_state
+
+class InetTransport;
+
+/// The transfer control: one HTTP request at a time, without blocking (RFC 9110, GET and HEAD).
+/// Everything happens on the user-interface thread; states are delivered from inside pumps.
+class Inet {
+public:
+    explicit Inet(std::string name);
+    ~Inet();
+    Inet(const Inet&) = delete;
+    Inet& operator=(const Inet&) = delete;
+
+    /// Raised with one of inet_state. After state 11 or 12 no further state of that request comes.
+    std::function<void(int state)> StateChanged;
+
+    /// Seconds without a byte and without a state after which a request counts as timed out.
+    std::int32_t RequestTimeout = 60;
+
+    const std::string& Name() const { return name_; }
+
+    /// Forgets headers, answer and options of the request before, so that none carries over.
+    void ResetRequest();
+
+    /// Starts `verb` ("GET" or "HEAD") on `url`; an address without a scheme counts as http.
+    /// "QUIT" closes the session: what is left of the last answer is dropped, without traffic.
+    /// Raises 35764 while executing, 35752 for an address that is not http.
+    void Execute(const std::string& url, const std::string& verb);
+
+    /// True from Execute until the step that delivers state 11 or 12.
+    bool StillExecuting() const { return executing_; }
+
+    /// All headers of the answer as they came; empty without an answer.
+    const std::string& GetHeader() const { return headers_; }
+    /// The value of one header, its name matched without regard to case; empty when absent.
+    std::string GetHeader(const std::string& name) const;
+
+    /// The answer's status code, or the number of the error of state 11.
+    std::int32_t ResponseCode() const { return responseCode_; }
+
+    /// The next bytes of the body, `size` at most; empty at its end. Pumps while none is there.
+    /// Raises 35758 when the transfer times out or its connection is lost, 35756 when it was
+    /// cancelled.
+    std::string GetChunk(std::size_t size);
+
+    /// Ends the request, if one runs. Safe at any moment, also inside a notification or GetChunk.
+    void Cancel();
+
+    // What the platform's transport reports, on the user-interface thread. `request` is the number
+    // that Open was called with; reports of another request than the present one are dropped.
+    void OnState(std::uint32_t request, int state);
+    void OnAnswer(std::uint32_t request, std::int32_t status, std::string headers);
+    /// An empty block is the end of the body.
+    void OnBlock(std::uint32_t request, std::string block);
+    void OnFailed(std::uint32_t request, std::int32_t errorNumber);
+    /// To be called at least twice a second while a request is open, for the time-out.
+    void OnClock();
+
+private:
+    bool IsPresent(std::uint32_t request) const { return open_ && request == request_; }
+    void Touch();
+    bool TimedOut() const;
+    void Finish(int state);
+    void FailWith(std::int32_t errorNumber);
+    void ReadAhead();
+    std::string TakeBytes(std::size_t count);
+    void CloseTransport();
+    void CloseRequest();
+
+    std::string name_;
+    std::unique_ptr<InetTransport> transport_;
+    std::uint32_t request_ = 0;
+    bool open_ = false;       ///< The transport has a request of ours.
+    bool executing_ = false;
+    bool body_ = false;       ///< The answer is in and its body is being read.
+    bool reading_ = false;    ///< A block has been asked for.
+    bool ended_ = false;      ///< The whole body has come in.
+    bool expectsBody_ = false;
+    std::int32_t failure_ = 0;
+    std::int32_t responseCode_ = 0;
+    std::uint32_t lastSign_ = 0;
+    std::string headers_;
+    std::deque<std::string> blocks_;
+    std::size_t held_ = 0;    ///< Bytes in blocks_ that were not handed out yet.
+    std::size_t taken_ = 0;   ///< Bytes of the first block that were handed out.
+};
+
+}  // namespace swiftpatch

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace swiftpatch {
+
+class Inet;
+
+/// An http address, taken apart.
+struct HttpAddress {
+    std::string host;
+    std::uint16_t port = 80;
+    std::string path = "/";  ///< With the query, without the fragment.
+};
+
+/// Takes an address apart; "http://" may be missing. Raises 35752 when it is not an http address.
+HttpAddress ParseHttpAddress(const std::string& url);
+
+/// How the platform carries one request at a time for an Inet. Reports come to the Inet on the
+/// user-interface thread, from inside pumps and never from inside these calls.
+class InetTransport {
+public:
+    explicit InetTransport(Inet& owner);
+    ~InetTransport();
+    InetTransport(const InetTransport&) = delete;
+    InetTransport& operator=(const InetTransport&) = delete;
+
+    /// Sends `verb` to `address`, past every cache, without cookies, on the connection of the
+    /// request before where the server kept it open. Reports states, then OnAnswer or OnFailed.
+    /// Raises 35756 when it cannot even be started.
+    void Open(std::uint32_t request, const HttpAddress& address, const std::string& verb);
+
+    /// Asks for the next block of the body; OnBlock or OnFailed answers.
+    void ReadBlock();
+
+    /// Ends the present request; nothing of it is reported any more. Calls OnClock no longer.
+    void Close();
+
+    struct Request;
+
+private:
+    Inet& owner_;
+    std::shared_ptr<Request> request_;
+};
+
+}  // namespace swiftpatch

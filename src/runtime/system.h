@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace swiftpatch {
+
+// The platform's functions of the same names.
+
+/// Copies the Windows directory and a NUL into `buffer`, whose length is its capacity. Returns
+/// the length without the NUL; 0 when the look-up fails.
+std::uint32_t GetWindowsDirectoryA(std::string& buffer);
+
+/// The same for the System directory.
+std::uint32_t GetSystemDirectoryA(std::string& buffer);
+
+/// Size in bytes of a file's version information; 0 when it has none or is missing.
+std::uint32_t GetFileVersionInfoSizeA(const std::string& path);
+
+/// Reads the version information into `buffer`, sized by its caller. False when that fails.
+bool GetFileVersionInfoA(const std::string& path, std::vector<std::uint8_t>& buffer);
+
+/// Finds the block named `block` within version information. False when there is none.
+bool VerQueryValueA(const std::vector<std::uint8_t>& buffer, const std::string& block,
+                    std::span<const std::uint8_t>& value);
+
+/// Has the shell carry out `verb` on `file` with show command `showCommand` (SW_xxx).
+void ShellExecuteA(const std::string& verb, const std::string& file, int showCommand);
+
+/// The system's view of the connection: false for none. `flags` gets the INTERNET_CONNECTION_xxx
+/// bits, `name` (its length the capacity) the connection's name and a NUL.
+bool InternetGetConnectedStateExA(std::uint32_t& flags, std::string& name);
+
+}  // namespace swiftpatch
