@@ -1,0 +1,19 @@
+#include "runtime/controls.h"
+
+#include "headless/world.h"
+
+namespace swiftpatch {
+
+using headless::TheWorld;
+
+void Control::Refresh() { TheWorld().trace.Add(Name() + ".Refresh"); }
+
+void Control::SetFocus() { TheWorld().trace.Add(Name() + ".SetFocus"); }
+
+void Animation::Open(const std::string& path) {
+    TheWorld().trace.Add(Name() + ".Open " + path);
+}
+
+void Animation::Stop() { TheWorld().trace.Add(Name() + ".Stop"); }
+
+}  // namespace swiftpatch

@@ -1,0 +1,89 @@
+#include "runtime/inet_transport.h"
+
+#include <algorithm>
+
+#include "headless/world.h"
+#include "runtime/inet.h"
+#include "runtime/runtime_error.h"
+
+namespace swiftpatch {
+
+using headless::Reply;
+using headless::TheWorld;
+
+struct InetTransport::Request {
+    std::uint32_t number = 0;
+    Reply reply;
+    std::size_t sent = 0;
+    bool open = true;
+};
+
+InetTransport::InetTransport(Inet& owner) : owner_(owner) {
+    TheWorld().clocked.push_back([this] {
+        if (request_) {
+            owner_.OnClock();
+        }
+    });
+}
+
+InetTransport::~InetTransport() { Close(); }
+
+void InetTransport::Open(std::uint32_t request, const HttpAddress& address,
+                         const std::string& verb) {
+    const std::string port = address.port == 80 ? "" : ":" + std::to_string(address.port);
+    request_ = std::make_shared<Request>();
+    request_->number = request;
+    request_->reply =
+        TheWorld().network.Take(verb + " http://" + address.host + port + address.path);
+    const auto post = [this, mine = request_](auto notify) {
+        TheWorld().network.Post([this, mine, notify] {
+            if (mine->open) {
+                notify(owner_, *mine);
+            }
+        });
+    };
+    for (const int state : request_->reply.states) {
+        post([state](Inet& owner, Request& mine) { owner.OnState(mine.number, state); });
+    }
+    if (request_->reply.silent) {
+        return;
+    }
+    post([](Inet& owner, Request& mine) {
+        if (mine.reply.failure != 0) {
+            owner.OnFailed(mine.number, mine.reply.failure);
+        } else {
+            owner.OnAnswer(mine.number, mine.reply.status, mine.reply.headers);
+        }
+    });
+}
+
+void InetTransport::ReadBlock() {
+    TheWorld().network.Post([this, mine = request_] {
+        const Reply& reply = mine->reply;
+        if (!mine->open) {
+            return;
+        }
+        const std::size_t end =
+            std::min({reply.body.size(), reply.breakAfter.value_or(reply.body.size()),
+                      reply.stallAfter.value_or(reply.body.size())});
+        if (mine->sent == end && reply.breakAfter == end) {
+            owner_.OnFailed(mine->number, error_number::kRequestTimedOut);
+            return;
+        }
+        if (mine->sent == end && reply.stallAfter == end) {
+            return;
+        }
+        const std::size_t size = std::min(reply.blockSize, end - mine->sent);
+        mine->sent += size;
+        owner_.OnBlock(mine->number, reply.body.substr(mine->sent - size, size));
+    });
+}
+
+void InetTransport::Close() {
+    if (request_) {
+        request_->open = false;
+        request_.reset();
+    }
+}
+
+}  // namespace swiftpatch
