@@ -1,0 +1,41 @@
+#include "app/settings.h"
+
+#include <string>
+
+#include "app/branding.h"
+#include "app/paths.h"
+#include "app/shared_state.h"
+#include "runtime/profile.h"
+#include "runtime/strings.h"
+
+namespace swiftpatch {
+namespace {
+
+constexpr std::size_t kBufferLength = 256;
+
+std::string ReadUpdatesKey(const std::string& key, const std::string& defaultValue) {
+    std::string buffer(kBufferLength, '\0');
+    const std::size_t count = GetPrivateProfileStringA("Updates", key, defaultValue, buffer,
+                                                       AppFile(kSettingsFile));
+    return buffer.substr(0, count);
+}
+
+std::string ReadServerDownloadPath() {
+    std::string value = ReadUpdatesKey("ServerDownloadPath", SWIFTPATCH_DEFAULT_SERVER);
+    if (!value.ends_with('/')) {
+        value += '/';
+    }
+    // Only after the "/": a value that repeats its own key in lower case in front of the folder
+    // still yields the bare folder with its trailing "/".
+    return Replace(value, "serverdownloadpath=", "");
+}
+
+}  // namespace
+
+void LoadSettings() {
+    shared.ServerDownloadPath = ReadServerDownloadPath();
+    shared.InstallAtOnce = ReadUpdatesKey("InstallAtOnce", "") == "1";
+    shared.LogFileName = ReadUpdatesKey("LogFileName", "");
+}
+
+}  // namespace swiftpatch

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace swiftpatch {
+
+/// Reads the data file "tolvex.dta.txt" of the application folder into the shared state. A missing
+/// file or key leaves the defaults; nothing is reported.
+void LoadSettings();
+
+}  // namespace swiftpatch

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+namespace swiftpatch {
+
+/// What the stages of a run share.
+struct SharedState {
+    /// The server folder of the new build, ending in "/"; loaded once at start.
+    std::string ServerDownloadPath;
+    /// Name of the main program's error log in the application folder; empty for none.
+    std::string LogFileName;
+    /// Install a staged build as soon as it is ready, without a press of the button.
+    bool InstallAtOnce = false;
+    /// True only while the splash window runs the settings loader.
+    bool LoadingPreferences = false;
+    /// Local time minus UTC, in minutes.
+    double GmtOffset = 0;
+    /// Both with a trailing "\"; empty when the look-up failed.
+    std::string WindowsDirectory;
+    std::string SystemDirectory;
+};
+
+inline SharedState shared;
+
+}  // namespace swiftpatch

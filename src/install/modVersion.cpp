@@ -1,0 +1,45 @@
+#include "install/modVersion.h"
+
+#include <vector>
+
+#include "runtime/files.h"
+#include "runtime/msgbox.h"
+#include "runtime/system.h"
+
+namespace swiftpatch::modVersion {
+namespace {
+
+constexpr std::size_t kFixedBlockSize = 52;  // sizeof(VS_FIXEDFILEINFO)
+
+void ReportNoVersion(const std::string& path) {
+    const std::string quoted = "'" + path + "'";
+    const std::string start = "No version information available for\r\n" + quoted + "\r\n\r\n";
+    if (FileExists(path)) {
+        MsgBox(start + "The file is probably corrupt.\r\n\r\nDeleting " + quoted);
+    } else {
+        // Nothing is downloaded here; the text announces what the caller does next.
+        MsgBox(start + "The file does not exist.\r\n\r\nDownloading " + quoted);
+    }
+}
+
+}  // namespace
+
+FileVersionRecord GetFileVersion(const std::string& path) {
+    const std::uint32_t size = GetFileVersionInfoSizeA(path);
+    if (size == 0) {
+        ReportNoVersion(path);
+        if (FileExists(path)) {
+            Kill(path);
+        }
+        return {};
+    }
+    std::vector<std::uint8_t> buffer(size);
+    std::span<const std::uint8_t> block;
+    if (!GetFileVersionInfoA(path, buffer) || !VerQueryValueA(buffer, "\\", block) ||
+        block.size() < kFixedBlockSize) {
+        return {};
+    }
+    return DescribeFixedBlock(block);
+}
+
+}  // namespace swiftpatch::modVersion

@@ -1,0 +1,140 @@
+#include "install/running_program.h"
+
+#include <string>
+
+#include "components/utilities.h"
+#include "mainwindow/frmSwiftPatch.h"
+#include "net/wait.h"
+#include "runtime/desktop.h"
+#include "runtime/events.h"
+#include "runtime/msgbox.h"
+#include "runtime/numbers.h"
+#include "runtime/profile.h"
+
+namespace swiftpatch {
+namespace {
+
+/// The class of the main program's windows, and a part of their titles.
+constexpr const char* kProgram = "q-Tolvex.exe";
+constexpr std::size_t kTextLength = 128;
+
+constexpr std::uint32_t kWmClose = 0x0010;       // WM_CLOSE
+constexpr std::uint32_t kWmSysCommand = 0x0112;  // WM_SYSCOMMAND
+/// SC_CLOSE, sign-extended to 32 bits; sent as it stands, deliberately.
+constexpr std::uint32_t kCloseCommand = 0xFFFFF060;
+
+/// What the passes over the windows have found so far.
+struct Search {
+    WindowHandle lastHandle = 0;
+    bool found = false;
+};
+
+std::string ClassOf(WindowHandle window) {
+    std::string buffer(kTextLength, '\0');
+    const int length = GetClassNameA(window, buffer);
+    return buffer.substr(0, static_cast<std::size_t>(length));
+}
+
+bool TitleNamesProgram(WindowHandle window) {
+    std::string buffer(kTextLength, '\0');
+    const int length = GetWindowTextA(window, buffer);
+    return buffer.substr(0, static_cast<std::size_t>(length)).find(kProgram) != std::string::npos;
+}
+
+WindowHandle TopOwner(WindowHandle window) {
+    WindowHandle owner = window;
+    for (WindowHandle parent = GetParent(owner); parent != 0; parent = GetParent(owner)) {
+        owner = parent;
+    }
+    return owner;
+}
+
+WindowHandle RememberedHandle() {
+    const std::string text = GetSetting("Closefrm", "Defaults", "Last Handle", "0");
+    return IsNumeric(text) ? ToLong(text) : 0;
+}
+
+void ClassPass(Search& search) {
+    for (std::size_t i = 1; i < WindowHandles.size(); ++i) {
+        const WindowHandle window = WindowHandles[i];
+        if (ClassOf(window) != kProgram) {
+            continue;
+        }
+        const WindowHandle owner = TopOwner(window);
+        if (!TitleNamesProgram(owner)) {
+            continue;
+        }
+        if (!search.found) {
+            search = {owner, true};
+        }
+        // To every match and before the user is asked, deliberately; to the window, not its owner.
+        SendMessageA(window, kWmSysCommand, kCloseCommand, 0);
+    }
+}
+
+void RememberedHandlePass(Search& search) {
+    if (search.lastHandle == 0 || search.found) {
+        return;
+    }
+    search.found = TitleNamesProgram(search.lastHandle);
+    if (!search.found) {
+        search.lastHandle = 0;
+    }
+}
+
+void TitlePass(Search& search) {
+    if (search.lastHandle != 0) {
+        return;
+    }
+    for (std::size_t i = 1; i < WindowHandles.size(); ++i) {
+        if (TitleNamesProgram(WindowHandles[i])) {
+            search = {WindowHandles[i], true};
+            return;
+        }
+    }
+}
+
+bool UserWantsItClosed() {
+    return MsgBox(
+               "The program q-Tolvex.exe is running and must be closed\r\n"
+               "to perform an update.\r\n"
+               "\r\n"
+               "You can still download the latest version without installing it, however you will "
+               "need to close q-Tolvex.exe to install the update.\r\n"
+               "\r\n"
+               "Should I close the program q-Tolvex.exe automatically?",
+               msgbox::kYesNo + msgbox::kQuestion,
+               // With a trailing blank, deliberately.
+               "q-Tolvex.exe Detected Running - Close Program Automatically ") ==
+           MsgBoxAnswer::kYes;
+}
+
+}  // namespace
+
+bool EnumWindowsProc(WindowHandle hwnd, std::int32_t /*lParam*/) {
+    WindowHandles.push_back(hwnd);
+    return true;
+}
+
+bool GetWindowHandles(frmSwiftPatch& window) {
+    WindowHandles.assign(1, 0);
+    EnumWindows([](WindowHandle hwnd) { return EnumWindowsProc(hwnd, 0); });
+    Search search{RememberedHandle(), false};
+    ClassPass(search);
+    RememberedHandlePass(search);
+    TitlePass(search);
+    if (!search.found) {
+        return false;
+    }
+    window.topMost = SetTopMost(window.Handle(), kTrue);
+    DoEvents();
+    if (UserWantsItClosed()) {
+        const std::int32_t refused = SendMessageA(search.lastHandle, kWmClose, 0, 0);
+        WaitSeconds(2);
+        DoEvents();
+        search.found = refused != 0;
+    }
+    return search.found;
+}
+
+}  // namespace swiftpatch

@@ -1,0 +1,83 @@
+#include "app/paths.h"
+#include "app/shared_state.h"
+#include "mainwindow/frmSwiftPatch.h"
+#include "mainwindow/version_comparison.h"
+#include "runtime/events.h"
+
+namespace swiftpatch {
+namespace {
+
+constexpr std::int16_t kPlainMessage = 0;  // Style of error_Message.
+
+void ReportMissingProgram(frmSwiftPatch& window) {
+    window.programMissing = true;
+    std::string text = "The main program does not exist in the specified posiiton.";
+    window.error_Message(text, kPlainMessage, "Program File Not Found");
+}
+
+void ReportBadName(frmSwiftPatch& window, const std::string& name) {
+    std::string text = "The file '" + name +
+                       "' you are requesting is invalid.\r\n"
+                       "The file could have been tampered with.";
+    window.error_Message(text, kPlainMessage, "Bad Control File Name");
+}
+
+void ReportNothingOffered(frmSwiftPatch& window) {
+    window.programMissing = false;
+    window.cmdClose.Enabled = false;
+    window.tmrCheckVersion.Enabled = false;
+}
+
+void ReportNothingNewer(frmSwiftPatch& window) {
+    window.Pointer = MousePointer::kDefault;
+    window.ProgressBar1.Value = 0;
+    window.cmdClose.Enabled = true;
+    window.lblStatus.Caption = "No update is required at this time.";
+    DoEvents();
+    window.Caption = "Swift Patch - Download No Update Required - All Files Current";
+    window.HideBusyDisplay();
+}
+
+void OfferDownloadedBuild(frmSwiftPatch& window) {
+    window.tmrCheckVersion.Enabled = false;
+    window.lblAnimationMsg.Caption = "You have downloaded the latest version of q-tolvex";
+    window.Animation1.Stop();
+    window.cmdInstall.Visible = true;
+    window.cmdInstall.Enabled = true;
+    window.lblStatus.Caption = "Click on Install Button.";
+    window.Pointer = MousePointer::kDefault;
+    window.stagedVersion = modVersion::GetFileVersion(AppFile(kStagedBuild));
+    window.lblTolvexVersion.Caption =
+        "q-tolvex Version available to install: " + window.stagedVersion.ProductVersion;
+    window.cmdClose.Enabled = true;
+    if (shared.InstallAtOnce) {
+        window.cmdInstall_Click();
+    }
+}
+
+}  // namespace
+
+void frmSwiftPatch::ShowComparisonOutcome(std::int16_t result, const std::string& name) {
+    switch (result) {
+        case comparison::kNamedFileMissing:
+            ReportMissingProgram(*this);
+            break;
+        case comparison::kBadName:
+            ReportBadName(*this, name);
+            break;
+        case comparison::kNothingOffered:
+            ReportNothingOffered(*this);
+            break;
+        case comparison::kNothingNewer:
+            ReportNothingNewer(*this);
+            break;
+        case comparison::kNewerOffered:
+            OfferDownloadedBuild(*this);
+            break;
+        default:
+            break;
+    }
+    downloadMode = DownloadMode::kNone;
+}
+
+}  // namespace swiftpatch

@@ -1,0 +1,121 @@
+#include "mainwindow/frmSwiftPatch.h"
+
+#include "app/error_report.h"
+#include "app/paths.h"
+#include "app/shared_state.h"
+#include "components/utilities.h"
+#include "install/frmRunning.h"
+#include "install/running_program.h"
+#include "runtime/app.h"
+#include "runtime/events.h"
+#include "runtime/files.h"
+#include "runtime/msgbox.h"
+#include "runtime/strings.h"
+
+namespace swiftpatch {
+
+void frmSwiftPatch::Form_Load() {
+    if (App::PrevInstance()) {
+        End();
+    }
+    try {
+        MakeTopMost();
+        txtDebug.Text = "";
+        ShowOwnVersion();
+        cmdReadLog.Visible = false;
+        lblStatus.Background = BackStyle::kTransparent;
+        shared.WindowsDirectory = GetWindowsDir();
+        shared.SystemDirectory = GetSystemDir();
+        ProgressBar1.Max = 100;
+        ProgressBar1.Min = 0;
+        ProgressBar1.Value = 0;
+        lblStatus.Caption = "Initializing update...";
+        Show();
+        DoEvents();
+        lblStatus.BackColor = Color::kButtonFace;
+        GetWindowHandles(*this);
+        ShowAnimation(AppFile(kBusyAnimation), "Establishing internet connection... please wait");
+        DoEvents();
+        checkArmed = true;
+        tmrCheckVersion.Enabled = true;
+        if (App::Major() == 0) {
+            ShowBetaNotice();
+        }
+        MakeTopMost();
+    } catch (const RuntimeError& error) {
+        ReportError(error, "[frmSwiftPatch] Form_Load()");
+    }
+}
+
+void frmSwiftPatch::MakeTopMost() {
+    topMost = SetTopMost(Handle(), kTrue);
+    DoEvents();
+}
+
+void frmSwiftPatch::ShowOwnVersion() {
+    lblVersion.Caption = "Swift Patch Version: " + std::to_string(App::Major()) + "." +
+                         std::to_string(App::Minor()) + "." + ZeroPadded(App::Revision(), 3);
+}
+
+void frmSwiftPatch::ShowBetaNotice() {
+    MsgBox("You are running a free version of tolvex updater\r\n"
+           "which contains a few debug message boxes.\r\n\r\n"
+           "Beta Version 0." +
+               std::to_string(App::Minor()) + "." + std::to_string(App::Revision()),
+           msgbox::kInformation, "Beta Version");
+}
+
+void frmSwiftPatch::ShowAnimation(const std::string& path, const std::string& /*message*/) {
+    if (!path.empty() && FileExists(path)) {
+        Animation1.AutoPlay = true;
+        Animation1.Open(path);
+        Animation1.Visible = true;
+        ProgressBar1.Visible = true;
+        lblStatus.Caption = "Initializing update...";
+        return;
+    }
+    DoEvents();
+    Animation1.AutoPlay = false;
+    Animation1.Stop();
+    fraMessages.Refresh();
+    Animation1.Visible = false;
+    ProgressBar1.Visible = false;
+    lblStatus.Caption = "Update disabled.";
+}
+
+void frmSwiftPatch::error_Message(std::string& message, std::int16_t style,
+                                  const std::string& code) {
+    try {
+        ShowAnimation("", "");
+        message += kCrLf;
+        DoEvents();
+        Inet1.Cancel();
+        tmrCheckVersion.Enabled = false;
+        Pointer = MousePointer::kDefault;
+        frmRunning dialog;
+        dialog.code = code;
+        dialog.program = style == 1 ? message : "";
+        dialog.message = style == 1 ? "" : message;
+        if (message.find(std::to_string(error_number::kRequestTimedOut)) != std::string::npos) {
+            lblAnimationMsg.Caption = "Download failed... Timed-out Connection.";
+            cmdRetry.Visible = true;
+            cmdRetry.Enabled = true;
+        }
+        DoEvents();
+        dialog.ShowModal();
+        Show();
+        cmdClose.Enabled = true;
+        chkRunTolvex.Value = CheckState::kUnchecked;
+    } catch (const RuntimeError& error) {
+        ReportError(error, "[frmSwiftPatch] error_Message()");
+    }
+}
+
+void frmSwiftPatch::HideBusyDisplay() {
+    DoEvents();
+    Animation1.Stop();
+    fraMessages.Visible = false;
+    ProgressBar1.Visible = false;
+}
+
+}  // namespace swiftpatch

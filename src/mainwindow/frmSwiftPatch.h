@@ -1,0 +1,124 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "install/modVersion.h"
+#include "mainwindow/check_facts.h"
+#include "net/download_watchdog.h"
+#include "runtime/controls.h"
+#include "runtime/form.h"
+#include "runtime/inet.h"
+#include "runtime/runtime_error.h"
+
+namespace swiftpatch {
+
+/// What the transfer under way is for.
+enum class DownloadMode : std::int16_t { kNone = 0, kBuild = 1, kAnimation = 2 };
+
+/// The updater's working window. Its event procedures are the stages of a run; each lives in the
+/// folder of its stage. Every stage reports through these controls and error_Message.
+class frmSwiftPatch : public Form {
+public:
+    frmSwiftPatch();
+
+    static inline FormInstance<frmSwiftPatch> Instance;
+
+    TextBox txtDebug;
+    Timer tmrDownloadTimeout;
+    CheckBox chkRunTolvex;
+    CommandButton cmdInstall;
+    CommandButton cmdRetry;
+    CommandButton cmdReadLog;
+    Timer tmrCheckVersion;
+    CommandButton cmdClose;
+    Inet Inet1;
+    ProgressBar ProgressBar1;
+    Frame fraMessages;
+    Animation Animation1;
+    Label lblAnimationMsg;
+    ListView lstStat;  // Stays empty for the whole run, deliberately.
+    Label lblTolvexVersion;
+    Label lblSimulation;
+    Label lblVersion;
+    Label lblStatus;
+
+    // mainwindow/
+    void Form_Load() override;
+    void tmrCheckVersion_Timer();
+    /// Starts the busy animation at `path`, or stops it when the path is empty or names no file.
+    /// Only the path is used; callers hand over a message that is not shown, deliberately.
+    void ShowAnimation(const std::string& path, const std::string& message);
+    /// Reports the failure of a running stage in a dialog titled `code` and puts the window into
+    /// its stopped state. A style of 1 says that `message` is the name of a program that has to be
+    /// closed. `message` comes back with a CR LF appended. Pumps.
+    void error_Message(std::string& message, std::int16_t style, const std::string& code);
+    /// Shows what the comparison of the received build with the file `name` found. Pumps.
+    void ShowComparisonOutcome(std::int16_t result, const std::string& name);
+    /// Pumps.
+    void HideBusyDisplay();
+
+    // net/
+    void tmrDownloadTimeout_Timer();
+    void cmdRetry_Click();
+    void Inet1_StateChanged(std::int16_t state);
+
+    // install/
+    void cmdInstall_Click();
+    void cmdClose_Click();
+    void Form_QueryUnload(bool& cancel) override;
+    void Form_Unload() override;
+
+    // State that the stages share.
+    bool checkArmed = false;        ///< The first check has been armed.
+    bool connectivityDone = false;  ///< The connectivity check has been done in this run.
+    bool retry = false;             ///< Set by Retry; nothing tests it.
+    bool headerProbe = false;       ///< A HEAD probe runs: its end is not the end of a download.
+    bool programMissing = false;    ///< The comparison found no main program.
+    DownloadMode downloadMode = DownloadMode::kNone;
+    std::int32_t expectedSize = 0;  ///< Content-length of the file on offer; -1 unknown.
+    std::int32_t topMost = 0;       ///< What the last switch to topmost returned.
+    DownloadWatchdog watchdog;
+    CheckFacts check;
+    modVersion::FileVersionRecord stagedVersion;
+
+private:
+    void Design();
+    void PlaceControls();
+    void WireEvents();
+    void MakeTopMost();
+    void ShowOwnVersion();
+    void ShowBetaNotice();
+
+    // The steps of tmrCheckVersion_Timer.
+    void AnnounceCheck();
+    bool FindConnection();
+    bool FetchMissingAnimation();
+    void ReadServerBuild();
+    void ReadDates();
+    void ReadLocalBuilds();
+    void ReportBadDownloadLink();
+    void ReportLatestVersion();
+    void OfferInstall();
+    void StartDownload();
+    void Request(const std::string& url);
+    void WaitUntilIdle();
+
+    // The steps of Inet1_StateChanged.
+    void ShowTransferError();
+    void ReceiveBody();
+    bool OpenTarget(int file);
+    bool ReceiveChunks(int file);
+    std::int16_t ShowReceived(std::int32_t received);
+    void FollowUp();
+    void ReportDeletionFailure(const RuntimeError& error);
+    void ReportBrokenTransfer(const RuntimeError& error);
+
+    // The steps of cmdInstall_Click.
+    void InstallStagedBuild();
+    void BackUp(const std::string& version);
+    void ReplaceMainProgram();
+    void ShowInstalled();
+};
+
+}  // namespace swiftpatch

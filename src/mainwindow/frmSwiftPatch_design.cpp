@@ -1,0 +1,97 @@
+#include "mainwindow/frmSwiftPatch.h"
+
+namespace swiftpatch {
+namespace {
+
+FormDesign MainWindowDesign() {
+    FormDesign design;
+    design.caption = "Swift Patch";
+    design.width = 344;
+    design.height = 252;
+    design.border = BorderStyle::kFixedSingle;
+    design.unloadEndsRun = true;
+    return design;
+}
+
+}  // namespace
+
+frmSwiftPatch::frmSwiftPatch()
+    : Form("frmSwiftPatch", MainWindowDesign()),
+      txtDebug(*this, 101, "txtDebug"),
+      tmrDownloadTimeout(*this, 102, "tmrDownloadTimeout"),
+      chkRunTolvex(*this, 103, "chkRunTolvex"),
+      cmdInstall(*this, 104, "cmdInstall"),
+      cmdRetry(*this, 105, "cmdRetry"),
+      cmdReadLog(*this, 106, "cmdReadLog"),
+      tmrCheckVersion(*this, 107, "tmrCheckVersion"),
+      cmdClose(*this, 108, "cmdClose"),
+      Inet1("Inet1"),
+      ProgressBar1(*this, 110, "ProgressBar1"),
+      fraMessages(*this, 111, "fraMessages"),
+      Animation1(*this, 112, "Animation1", &fraMessages),
+      lblAnimationMsg(*this, 113, "lblAnimationMsg", &fraMessages),
+      lstStat(*this, 114, "lstStat"),
+      lblTolvexVersion(*this, 115, "lblTolvexVersion"),
+      lblSimulation(*this, 116, "lblSimulation"),
+      lblVersion(*this, 117, "lblVersion"),
+      lblStatus(*this, 118, "lblStatus") {
+    Design();
+    PlaceControls();
+    WireEvents();
+}
+
+void frmSwiftPatch::Design() {
+    txtDebug.Text.Design("Text1");
+    tmrDownloadTimeout.Interval.Design(1000);
+    chkRunTolvex.Caption.Design("Run q-tolvex.exe on exit");
+    chkRunTolvex.Value.Design(CheckState::kChecked);
+    cmdInstall.Caption.Design("Install");
+    cmdInstall.Enabled.Design(false);
+    cmdInstall.Default = true;
+    cmdRetry.Caption.Design("Retry Download");
+    cmdRetry.Visible.Design(false);
+    cmdReadLog.Caption.Design("Error Log");
+    tmrCheckVersion.Interval.Design(500);
+    cmdClose.Caption.Design("Close");
+    cmdClose.Enabled.Design(false);
+    cmdClose.Cancel = true;
+    lstStat.Columns = {"Stage", "Status"};
+    lblTolvexVersion.Caption.Design("q-tolvex Version available: 30.x.x");
+    lblTolvexVersion.Visible.Design(false);
+    lblSimulation.Caption.Design("Simulation Mode");
+    lblSimulation.Visible.Design(false);
+    lblVersion.Caption.Design("Version 1.02.02");
+    lblStatus.Caption.Design("100 % download completed");
+}
+
+void frmSwiftPatch::PlaceControls() {
+    lblVersion.Place({8, 7, 160, 9});
+    lblSimulation.Place({252, 7, 84, 9});
+    lblTolvexVersion.Place({8, 18, 328, 9});
+    fraMessages.Place({8, 28, 328, 66});
+    Animation1.Place({8, 11, 130, 48});
+    lblAnimationMsg.Place({146, 11, 176, 48});
+    lblStatus.Place({8, 99, 328, 9});
+    ProgressBar1.Place({8, 110, 328, 11});
+    txtDebug.Place({8, 126, 328, 70}, {.fixedPitch = true, .multiLine = true});
+    lstStat.Place({8, 200, 328, 26});
+    chkRunTolvex.Place({8, 233, 110, 11});
+    cmdReadLog.Place({122, 231, 46, 14});
+    cmdRetry.Place({172, 231, 64, 14});
+    cmdInstall.Place({240, 231, 46, 14});
+    cmdClose.Place({290, 231, 46, 14});
+    SetTabOrder({&cmdInstall, &cmdRetry, &cmdReadLog, &cmdClose, &chkRunTolvex, &txtDebug});
+}
+
+void frmSwiftPatch::WireEvents() {
+    tmrDownloadTimeout.Elapsed = [this] { tmrDownloadTimeout_Timer(); };
+    tmrCheckVersion.Elapsed = [this] { tmrCheckVersion_Timer(); };
+    cmdInstall.Click = [this] { cmdInstall_Click(); };
+    cmdRetry.Click = [this] { cmdRetry_Click(); };
+    cmdClose.Click = [this] { cmdClose_Click(); };
+    Inet1.StateChanged = [this](int state) {
+        Inet1_StateChanged(static_cast<std::int16_t>(state));
+    };
+}
+
+}  // namespace swiftpatch

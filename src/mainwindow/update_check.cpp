@@ -1,0 +1,231 @@
+#include "app/paths.h"
+#include "app/shared_state.h"
+#include "install/modVersion.h"
+#include "mainwindow/frmSwiftPatch.h"
+#include "net/header_probe.h"
+#include "net/modDeclarations.h"
+#include "net/wait.h"
+#include "runtime/clock.h"
+#include "runtime/events.h"
+#include "runtime/files.h"
+#include "runtime/msgbox.h"
+#include "runtime/strings.h"
+
+namespace swiftpatch {
+namespace {
+
+constexpr std::int32_t kTransferTimeout = 15;       // Seconds.
+constexpr std::int32_t kSmallestAnimation = 1636;   // Bytes.
+constexpr std::int16_t kPlainMessage = 0;           // Style of error_Message.
+
+void ReportInternetError(const RuntimeError& error) {
+    MsgBox("Internet Error: " + std::to_string(error.Number()) + "\r\n\r\n" +
+               error.Description() + "\r\n\r\nSource: [frmSwiftPatch] tmrCheckVersion_Timer()",
+           msgbox::kInformation);
+}
+
+struct Clocks {
+    DateTime utc;
+    DateTime local;
+};
+
+/// Both clocks within the same second; otherwise the offset between them could be a minute off.
+Clocks ReadClocks() {
+    while (true) {
+        const DateTime utc = UtcNow();
+        const DateTime local = Now();
+        if (UtcNow() == utc) {
+            return {utc, local};
+        }
+    }
+}
+
+DateTime AsDate(const std::string& text) {
+    const std::optional<DateTime> time = ParseDateTime(text);
+    if (!time) {
+        throw RuntimeError(error_number::kTypeMismatch);
+    }
+    return *time;
+}
+
+std::int32_t LengthIfThere(const std::string& path) {
+    return FileExists(path) ? FileLen(path) : 0;
+}
+
+}  // namespace
+
+void frmSwiftPatch::tmrCheckVersion_Timer() {
+    try {
+        AnnounceCheck();
+        if (!FindConnection()) {
+            return;
+        }
+        Inet1.RequestTimeout = kTransferTimeout;
+        if (!FetchMissingAnimation()) {
+            return;
+        }
+        ReadServerBuild();
+        if (check.serverSize < kSmallestBuild) {
+            ReportBadDownloadLink();
+            return;
+        }
+        ReadDates();
+        ReadLocalBuilds();
+        txtDebug.Text = UpdateInformation(check);
+        switch (Decide(check)) {
+            case CheckOutcome::kLatestVersion:
+                ReportLatestVersion();
+                break;
+            case CheckOutcome::kReadyToInstall:
+                OfferInstall();
+                break;
+            case CheckOutcome::kDownload:
+                StartDownload();
+                break;
+        }
+    } catch (const RuntimeError& error) {
+        ReportInternetError(error);
+        Pointer = MousePointer::kDefault;
+        cmdClose.Enabled = true;
+    }
+}
+
+void frmSwiftPatch::AnnounceCheck() {
+    Pointer = MousePointer::kHourglass;
+    tmrCheckVersion.Enabled = false;
+    lblAnimationMsg.Caption = "checking connection to q-tolvex servers...";
+    lblAnimationMsg.Refresh();
+    check = {};
+    check.serverUrl = shared.ServerDownloadPath + kStagedBuild;
+    DoEvents();
+    WaitSeconds(1);
+}
+
+bool frmSwiftPatch::FindConnection() {
+    if (connectivityDone) {
+        return true;
+    }
+    connectivityDone = true;
+    if (check_internet_connectivity(*this, check.serverUrl)) {
+        lblAnimationMsg.Caption = "q-tolvex server\r\nconnection available.";
+        return true;
+    }
+    WaitSeconds(2);
+    lblAnimationMsg.Caption = "No connection to the q-tolvex update server.";
+    std::string text =
+        "\r\nNo connection to the q-tolvex update server.\r\n\r\n"
+        "Please check your internet connection and try again later.";
+    error_Message(text, kPlainMessage, "No Connection");
+    return false;
+}
+
+bool frmSwiftPatch::FetchMissingAnimation() {
+    if (FileExists(AppFile(kBusyAnimation))) {
+        return true;
+    }
+    const std::string url = shared.ServerDownloadPath + kBusyAnimation;
+    expectedSize = GetHTTPFileSize(*this, url);
+    if (expectedSize < kSmallestAnimation) {
+        std::string text = "The download link your are requesting is invalid.\r\nThe link: " + url +
+                           " is not available.";
+        error_Message(text, kPlainMessage, "Incorrect Download Link");
+        return false;
+    }
+    downloadMode = DownloadMode::kAnimation;
+    lblAnimationMsg.Caption = "Downloading\r\nmissing AVI file.";
+    lblStatus.Caption = "0 % download completed";
+    Request(url);
+    // Nothing may be requested while the file comes in. A missing animation is never a reason to
+    // miss an update, so the check goes on even when it failed; Retry would start a second check.
+    WaitUntilIdle();
+    cmdRetry.Visible = false;
+    return true;
+}
+
+void frmSwiftPatch::ReadServerBuild() {
+    check.serverSize = GetHTTPFileSize(*this, check.serverUrl);
+    expectedSize = check.serverSize;
+    check.installedLength = LengthIfThere(AppFile(kMainProgram));
+}
+
+void frmSwiftPatch::ReadDates() {
+    const Clocks clocks = ReadClocks();
+    const std::int64_t offset = MinutesBetween(clocks.utc, clocks.local);
+    shared.GmtOffset = static_cast<double>(offset);
+    check.gmtOffsetHours = offset / 60;
+    check.serverDateText = GetHTTPFileDate(*this, check.serverUrl);
+    check.serverDate = AddMinutes(AsDate(check.serverDateText), offset);
+    const std::string staged = AppFile(kStagedBuild);
+    check.ageGap =
+        FileExists(staged) ? MinutesBetween(FileDateTime(staged), check.serverDate) : 1;
+}
+
+void frmSwiftPatch::ReadLocalBuilds() {
+    const std::string staged = AppFile(kStagedBuild);
+    check.stagedProductVersion = modVersion::GetFileVersion(staged).ProductVersion;
+    check.installedProductVersion =
+        modVersion::GetFileVersion(AppFile(kMainProgram)).ProductVersion;
+    // Looked up only now: a staged build without a version block has just been deleted.
+    check.stagedLength = LengthIfThere(staged);
+    if (FileExists(staged)) {
+        check.stagedDate = FileDateTime(staged);
+    }
+}
+
+void frmSwiftPatch::ReportBadDownloadLink() {
+    std::string text = "The download link is invalid.\r\n\r\nThe link: " + check.serverUrl +
+                       " is not available.";
+    error_Message(text, kPlainMessage, "Bad Download Link");
+    ShowAnimation("", "");
+    cmdClose.Enabled = true;
+}
+
+void frmSwiftPatch::ReportLatestVersion() {
+    tmrCheckVersion.Enabled = false;
+    lblAnimationMsg.Caption = "You are running the latest version of q-tolvex";
+    ShowAnimation("", "");
+    cmdInstall.Visible = false;
+    ProgressBar1.Visible = false;
+    lblStatus.Caption = "";
+    Pointer = MousePointer::kDefault;
+    cmdClose.Enabled = true;
+}
+
+void frmSwiftPatch::OfferInstall() {
+    tmrCheckVersion.Enabled = false;
+    lblAnimationMsg.Caption = "You have downloaded the latest version of q-tolvex";
+    lblTolvexVersion.Caption =
+        "q-tolvex Version available to install: " + check.stagedProductVersion;
+    lblTolvexVersion.Visible = true;
+    ShowAnimation("", "");
+    cmdInstall.Visible = true;
+    cmdInstall.Enabled = true;
+    lblStatus.Caption = "Click on Install Button.";
+    Pointer = MousePointer::kDefault;
+    cmdClose.Enabled = true;
+    if (shared.InstallAtOnce) {
+        cmdInstall_Click();
+    }
+}
+
+void frmSwiftPatch::StartDownload() {
+    lblStatus.Caption = "0 % download completed";
+    downloadMode = DownloadMode::kBuild;
+    Request(check.serverUrl);
+    Pointer = MousePointer::kDefault;
+}
+
+void frmSwiftPatch::Request(const std::string& url) {
+    WaitUntilIdle();
+    Inet1.Execute("", "QUIT");
+    WaitUntilIdle();
+    Inet1.Execute(url, "GET");
+}
+
+void frmSwiftPatch::WaitUntilIdle() {
+    while (Inet1.StillExecuting()) {
+        DoEventsResting();
+    }
+}
+
+}  // namespace swiftpatch

@@ -1,0 +1,195 @@
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+
+#include "app/paths.h"
+#include "mainwindow/frmSwiftPatch.h"
+#include "mainwindow/version_comparison.h"
+#include "runtime/clock.h"
+#include "runtime/events.h"
+#include "runtime/files.h"
+#include "runtime/msgbox.h"
+#include "runtime/numbers.h"
+#include "runtime/strings.h"
+
+namespace swiftpatch {
+namespace {
+
+constexpr std::size_t kChunk = 1024;
+constexpr std::int32_t kNoBytes = -1;          // The upper bound of an empty chunk.
+constexpr std::uint32_t kAnimationPause = 100;  // Milliseconds a chunk.
+constexpr std::int16_t kPlainMessage = 0;      // Style of error_Message.
+
+/// Counts a chunk by its upper bound: one less than its bytes, and one for the empty chunk at the
+/// end. The percentage is computed from this undercount, deliberately.
+std::int32_t CountChunk(std::int32_t received, std::int32_t upperBound) {
+    const std::int32_t more = std::abs(upperBound);
+    if (received > std::numeric_limits<std::int32_t>::max() - more) {
+        throw RuntimeError(error_number::kOverflow);
+    }
+    return received + more;
+}
+
+}  // namespace
+
+void frmSwiftPatch::Inet1_StateChanged(std::int16_t state) {
+    const std::string animation = AppFile(kBusyAnimation);
+    try {
+        switch (state) {
+            case inet_state::kConnecting:
+                ShowAnimation(animation, "Sending connection request...");
+                break;
+            case inet_state::kConnected:
+                ShowAnimation(animation, "Connected...");
+                break;
+            case inet_state::kRequesting:
+                ShowAnimation(animation, "Requesting file...");
+                break;
+            case inet_state::kDisconnecting:
+                ShowAnimation(animation, "Disconnecting from server...");
+                break;
+            case inet_state::kError:
+                ShowTransferError();
+                break;
+            case inet_state::kResponseCompleted:
+                if (!headerProbe) {
+                    ReceiveBody();
+                }
+                break;
+            default:
+                break;
+        }
+    } catch (const RuntimeError& error) {
+        ReportBrokenTransfer(error);
+    }
+}
+
+void frmSwiftPatch::ShowTransferError() {
+    DoEvents();
+    if (!Inet1.StillExecuting()) {
+        Pointer = MousePointer::kDefault;
+        cmdClose.Enabled = true;
+    }
+}
+
+void frmSwiftPatch::ReceiveBody() {
+    const int file = FreeFile();
+    cmdClose.Enabled = false;
+    if (!OpenTarget(file)) {
+        return;
+    }
+    try {
+        if (!ReceiveChunks(file)) {
+            return;
+        }
+    } catch (const RuntimeError&) {
+        // The part that came stays on disk; closed, so that the next attempt can replace it.
+        CloseFile(file);
+        throw;
+    }
+    CloseFile(file);
+    DoEvents();
+    FollowUp();
+}
+
+bool frmSwiftPatch::OpenTarget(int file) {
+    if (downloadMode == DownloadMode::kAnimation) {
+        lblAnimationMsg.Caption = "downloading ....\r\nmissing AVI file.";
+        OpenForBinary(AppFile(kBusyAnimation), file);
+    }
+    if (downloadMode != DownloadMode::kBuild) {
+        // Any other mode opens nothing: the first write to the unopened number is an error.
+        return true;
+    }
+    lblAnimationMsg.Caption = "downloading the\r\nlatest q-tolvex version.";
+    const std::string target = AppFile(kStagedBuild);
+    try {
+        if (FileExists(target)) {
+            Kill(target);
+        }
+    } catch (const RuntimeError& error) {
+        ReportDeletionFailure(error);
+        return false;
+    }
+    OpenForBinary(target, file);
+    return true;
+}
+
+bool frmSwiftPatch::ReceiveChunks(int file) {
+    std::int32_t received = 0;
+    std::int16_t percentage = 0;
+    bool done = false;
+    while (!done) {
+        const std::string chunk = Inet1.GetChunk(kChunk);
+        const std::int32_t upperBound = static_cast<std::int32_t>(chunk.size()) - 1;
+        received = CountChunk(received, upperBound);
+        if (expectedSize < 1) {
+            // The file stays open and empty, deliberately.
+            std::string text =
+                "Error downloading the file from the server as expected.\r\n"
+                "The file returned was not the correct size and/or format expected.";
+            error_Message(text, kPlainMessage, "Error Downloading File");
+            return false;
+        }
+        percentage = ShowReceived(received);
+        if (downloadMode == DownloadMode::kAnimation) {
+            Sleep(kAnimationPause);
+        }
+        PutBytes(file, chunk);
+        done = upperBound == kNoBytes;
+        DoEventsPaced();
+    }
+    if (percentage == 100) {
+        lblStatus.Caption = "100 % completed";
+        lblStatus.BackColor = Color::kButtonFace;
+        ProgressBar1.Value = ProgressBar1.Max.Get();
+    }
+    return true;
+}
+
+std::int16_t frmSwiftPatch::ShowReceived(std::int32_t received) {
+    const std::int16_t percentage =
+        ToInteger(static_cast<double>(received) / static_cast<double>(expectedSize) * 100);
+    lblStatus.Caption = std::to_string(percentage) + " % download completed";
+    lblStatus.BackColor = Color::kButtonFace;
+    ProgressBar1.Value = std::clamp<std::int32_t>(percentage, 0, 100);
+    lblStatus.Refresh();
+    DoEventsPaced();
+    return percentage;
+}
+
+void frmSwiftPatch::FollowUp() {
+    if (downloadMode != DownloadMode::kBuild) {
+        tmrCheckVersion.Enabled = false;
+        cmdClose.Enabled = true;
+        return;
+    }
+    ProgressBar1.Value = 0;
+    lblStatus.Caption = "";
+    ShowAnimation(AppFile(kBusyAnimation), "Checking for updates...");
+    std::int16_t result = 0;
+    CompareProductVersions(*this, kMainProgram, result);
+    ShowComparisonOutcome(result, kMainProgram);
+}
+
+void frmSwiftPatch::ReportDeletionFailure(const RuntimeError& error) {
+    std::string text =
+        "Error: " + std::to_string(error.Number()) + kCrLf + error.Description();
+    if (error.Number() == error_number::kPathFileAccess) {
+        text += "\r\n\r\ntolvex30.exe is probably running.";
+    }
+    MsgBox(text);
+    ShowAnimation("", "");
+    lblStatus.Caption = "Download Failed.";
+    cmdClose.Enabled = true;
+    Pointer = MousePointer::kDefault;
+}
+
+void frmSwiftPatch::ReportBrokenTransfer(const RuntimeError& error) {
+    std::string text = "Error # " + std::to_string(error.Number()) + kCrLf + error.Description() +
+                       "\r\nThe server or internet connection has timed out.\r\n"
+                       "Please check your internet connection.";
+    error_Message(text, kPlainMessage, "Internet Connection Timeout");
+}
+
+}  // namespace swiftpatch

@@ -1,0 +1,22 @@
+#include "app/error_report.h"
+#include "app/paths.h"
+#include "mainwindow/frmSwiftPatch.h"
+#include "runtime/events.h"
+
+namespace swiftpatch {
+
+void frmSwiftPatch::cmdRetry_Click() {
+    try {
+        cmdRetry.Visible = false;
+        ShowAnimation(AppFile(kBusyAnimation), "Establishing internet connection... please wait");
+        Show();
+        DoEvents();
+        retry = true;
+        connectivityDone = false;
+        tmrCheckVersion.Enabled = true;
+    } catch (const RuntimeError& error) {
+        ReportError(error, "[frmSwiftPatch] cmdRetry_Click()");
+    }
+}
+
+}  // namespace swiftpatch
