@@ -1,0 +1,27 @@
+option(SWIFTPATCH_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+option(SWIFTPATCH_WINDOWS_TESTS "Build the programs that test the product on Windows" OFF)
+
+# A build in another folder, or of another day, gives the same bytes.
+add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=>)
+
+if(SWIFTPATCH_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
+        -fno-omit-frame-pointer)
+    add_compile_definitions(_GLIBCXX_ASSERTIONS)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+if(WIN32)
+    # Declarations up to Windows XP only: a newer function is then a compile error where it is
+    # used, not a program that does not start on an old system.
+    set(SWIFTPATCH_WINDOWS_DEFINITIONS
+        WINVER=0x0501 _WIN32_WINNT=0x0501 _WIN32_IE=0x0600 WIN32_LEAN_AND_MEAN NOMINMAX STRICT)
+    add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-ffunction-sections>
+        $<$<COMPILE_LANGUAGE:CXX>:-fdata-sections>)
+    # Nothing of the compiler's may have to lie beside the program. The versions in the file's
+    # header are what an old system's loader compares with its own before it starts the program.
+    add_link_options(-static -Wl,--gc-sections -Wl,--dynamicbase -Wl,--nxcompat
+        -Wl,--no-insert-timestamp -Wl,--major-os-version=4 -Wl,--minor-os-version=0
+        -Wl,--major-subsystem-version=4 -Wl,--minor-subsystem-version=0
+        $<$<CONFIG:MinSizeRel>:-s>)
+endif()

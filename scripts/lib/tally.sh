@@ -1,0 +1,66 @@
+# Functions that count what test programs report. To be sourced by bash scripts.
+#
+# The test programs' own output is read, line by line, instead of a report that they write when
+# they end: so nothing is lost when one crashes or is stopped, and that counts as a failure too.
+
+tally_passed=0
+tally_failed=0
+
+# tally NAME STATUS LOG: adds up the output LOG of a GoogleTest program that ended with STATUS,
+# shows the whole output of each test that failed, and says what came out.
+tally() {
+    local name=$1 status=$2 log=$3 passed=0 failed=0
+    read -r passed failed < <(tally_count "$log")
+    tally_show_failures "$log"
+    if [ "$status" != 0 ] && [ "$failed" = 0 ]; then
+        failed=1
+        printf '%s: ended early with status %s; its last lines:\n' "$name" "$status"
+        tail -n 40 "$log" | sed 's/^/    /'
+    elif [ $((passed + failed)) = 0 ]; then
+        failed=1
+        printf '%s: ran no test\n' "$name"
+    elif ! grep -q '^\[==========\] .* ran\.' "$log"; then
+        failed=$((failed + 1))
+        printf '%s: did not come to its end; its last lines:\n' "$name"
+        tail -n 40 "$log" | sed 's/^/    /'
+    fi
+    printf '%s: %d passed, %d failed\n' "$name" "$passed" "$failed"
+    tally_passed=$((tally_passed + passed))
+    tally_failed=$((tally_failed + failed))
+}
+
+# Only the line that ends a test has a time in it, the summary at the end has none. A test can
+# have written something without a line break before it.
+tally_count() {
+    tr -d '\r' <"$1" | awk '
+        /\[       OK \] .* \([0-9]+ ms\)$/ { ++passed }
+        /\[  FAILED  \] .* \([0-9]+ ms\)$/ { ++failed }
+        END { print passed + 0, failed + 0 }'
+}
+
+tally_show_failures() {
+    tr -d '\r' <"$1" | awk '
+        /^\[ RUN      \]/ { text = "" }
+        { text = text "    " $0 "\n" }
+        /\[  FAILED  \] .* \([0-9]+ ms\)$/ { printf "%s", text; text = "" }'
+}
+
+# tally_check NAME COMMAND...: one case, which passes when the command ends with status 0.
+tally_check() {
+    local name=$1 output
+    shift
+    if output=$("$@" 2>&1); then
+        tally_passed=$((tally_passed + 1))
+        printf '%s: ok\n' "$name"
+    else
+        tally_failed=$((tally_failed + 1))
+        printf '%s: FAILED\n' "$name"
+        sed 's/^/    /' <<<"$output"
+    fi
+}
+
+# The closing line; fails when a test failed or none ran.
+tally_end() {
+    printf '%d passed, %d failed\n' "$tally_passed" "$tally_failed"
+    [ "$tally_failed" = 0 ] && [ "$tally_passed" != 0 ]
+}
