@@ -28,7 +28,7 @@ Color Rgb(int red, int green, int blue);
 enum class BackStyle { kTransparent = 0, kOpaque = 1 };
 enum class CheckState { kUnchecked = 0, kChecked = 1, kGrayed = 2 };
 
-/// Place on the form in dialog units of the form's font (the platform's DLU: a quarter of the
+/// Place on the form, or in the frame that holds the control, in dialog units of the form's font (the platform's DLU: a quarter of the
 /// average character's width, an eighth of its height), so that no text is ever cut off when
 /// the font or the resolution changes.
 struct Rect {

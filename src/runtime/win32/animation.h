@@ -1,0 +1,10 @@
+#pragma once
+
+#include "runtime/win32/peer.h"
+
+namespace swiftpatch {
+
+/// Plays what is open, or stops it, as the AutoPlay property says.
+void PlayOrStop(const Animation& animation);
+
+}  // namespace swiftpatch

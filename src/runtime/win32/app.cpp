@@ -1,0 +1,69 @@
+#include "runtime/app.h"
+
+#include <array>
+
+#include "app/version.h"
+#include "runtime/win32/win32.h"
+
+namespace swiftpatch::App {
+namespace {
+
+using WidePath = std::array<wchar_t, MAX_PATH>;
+using AnsiPath = std::array<char, MAX_PATH>;
+
+/// False where a letter has no equal in the code page; a similar letter would name another file.
+/// (The flag and the report are refused by a code page that can spell everything.)
+bool ToAnsi(const WidePath& wide, AnsiPath& ansi) {
+    BOOL lossy = FALSE;
+    const auto size = static_cast<int>(ansi.size());
+    if (::WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, wide.data(), -1, ansi.data(), size,
+                              nullptr, &lossy) != 0) {
+        return lossy == FALSE;
+    }
+    return ::WideCharToMultiByte(CP_ACP, 0, wide.data(), -1, ansi.data(), size, nullptr, &lossy) !=
+               0 &&
+           lossy == FALSE;
+}
+
+std::string ProgramFile() {
+    AnsiPath ansi{};
+    WidePath wide{};
+    // Windows 95 has the wide function only as a stub that fails.
+    const DWORD length = ::GetModuleFileNameW(nullptr, wide.data(), wide.size() - 1);
+    if (length != 0 && ToAnsi(wide, ansi)) {
+        return ansi.data();
+    }
+    WidePath shortName{};
+    if (length != 0 && ::GetShortPathNameW(wide.data(), shortName.data(), shortName.size()) != 0 &&
+        ToAnsi(shortName, ansi)) {
+        return ansi.data();
+    }
+    ::GetModuleFileNameA(nullptr, ansi.data(), ansi.size() - 1);
+    return ansi.data();
+}
+
+/// The name lives until the process ends, however it ends.
+bool NameTaken(const std::string& name) {
+    ::CreateMutexA(nullptr, FALSE, name.c_str());
+    return ::GetLastError() == ERROR_ALREADY_EXISTS;
+}
+
+}  // namespace
+
+std::string Path() {
+    const std::string file = ProgramFile();
+    return file.substr(0, file.rfind('\\'));
+}
+
+std::string Title() { return kProductName; }
+
+int Major() { return kVersionMajor; }
+int Minor() { return kVersionMinor; }
+int Revision() { return kVersionRevision; }
+
+bool PrevInstance() {
+    static const bool previous = NameTaken(Title() + ".Instance");
+    return previous;
+}
+
+}  // namespace swiftpatch::App

@@ -1,0 +1,27 @@
+#include "runtime/controls.h"
+
+#include "runtime/win32/painting.h"
+
+namespace swiftpatch {
+
+void Control::Refresh() {
+    ControlPeer* const own = PeerOf(*this);
+    if (own == nullptr || own->window == nullptr) {
+        return;
+    }
+    if (Kind() == ComponentKind::kLabel) {
+        RefreshLabel(*own);
+    } else {
+        ::RedrawWindow(own->window, nullptr, nullptr,
+                       RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    }
+}
+
+void Control::SetFocus() {
+    const ControlPeer* const own = PeerOf(*this);
+    if (own != nullptr && own->window != nullptr && ::IsWindowVisible(own->window)) {
+        ::SetFocus(own->window);
+    }
+}
+
+}  // namespace swiftpatch

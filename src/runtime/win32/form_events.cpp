@@ -1,0 +1,124 @@
+#include "runtime/win32/form_events.h"
+
+#include "runtime/events.h"
+
+namespace swiftpatch {
+namespace {
+
+bool SomebodyWaits() { return ::InSendMessage() != FALSE; }
+
+bool CanHaveFocus(HWND window) { return ::IsWindowVisible(window) && ::IsWindowEnabled(window); }
+
+/// The first control that the Tab key would visit; a form without one keeps the focus itself.
+HWND FirstTabStop(const FormPeer& form) {
+    const HWND first = ::GetNextDlgTabItem(form.window, nullptr, FALSE);
+    return first != nullptr && CanHaveFocus(first) ? first : nullptr;
+}
+
+}  // namespace
+
+void OnPressed(const FormPeer& form, HWND control) {
+    if (SomebodyWaits()) {
+        ::PostMessageA(form.window, kPressedLater, 0, reinterpret_cast<LPARAM>(control));
+    } else {
+        OnPressedLater(form, control);
+    }
+}
+
+void OnPressedLater(const FormPeer& form, HWND window) {
+    Control* const control = ControlOfWindow(window);
+    // A disabled form has a box or another form before it: what is sent past that does not count.
+    if (control == nullptr || RunIsOver() || !::IsWindowEnabled(form.window)) {
+        return;
+    }
+    if (control->Kind() == ComponentKind::kCommandButton) {
+        RaiseEvent([control] { static_cast<CommandButton*>(control)->RaiseClick(); });
+    } else if (control->Kind() == ComponentKind::kCheckBox && control->Enabled &&
+               control->Visible) {
+        RaiseEvent([control] { static_cast<CheckBox*>(control)->RaisePressed(); });
+    }
+}
+
+void OnTimer(const FormPeer& form, WPARAM id) {
+    if (RunIsOver()) {
+        return;
+    }
+    for (Timer* timer : form.form.Timers()) {
+        if (static_cast<WPARAM>(timer->Id()) == id) {
+            RaiseEvent([timer] { timer->RaiseElapsed(); });
+            return;
+        }
+    }
+}
+
+void OnClose(const FormPeer& form) {
+    if (SomebodyWaits()) {
+        ::PostMessageA(form.window, kCloseLater, 0, 0);
+    } else {
+        OnCloseLater(form);
+    }
+}
+
+void OnCloseLater(const FormPeer& form) {
+    if (!RunIsOver()) {
+        RaiseEvent([&going = form.form] { going.Unload(); });
+    }
+}
+
+LRESULT OnQueryEndSession(const FormPeer& form) {
+    bool mayEnd = true;
+    if (!RunIsOver()) {
+        RaiseEvent([&asked = form.form, &mayEnd] { mayEnd = asked.QueryUnload(); });
+    }
+    return mayEnd ? TRUE : FALSE;
+}
+
+void OnEndSession(const FormPeer& form, bool ending) {
+    if (ending && !RunIsOver()) {
+        RaiseEvent([&going = form.form] { going.UnloadUnasked(); });
+    }
+}
+
+void OnActivate(FormPeer& form, bool active) {
+    if (!active) {
+        const HWND focus = ::GetFocus();
+        form.focus = ::IsChild(form.window, focus) ? focus : nullptr;
+    } else if (!::IsIconic(form.window)) {
+        ::SetFocus(form.window);
+    }
+}
+
+void OnSetFocus(const FormPeer& form) {
+    const bool remembered = ::IsChild(form.window, form.focus) && CanHaveFocus(form.focus);
+    const HWND next = remembered ? form.focus : FirstTabStop(form);
+    if (next != nullptr) {
+        ::SetFocus(next);
+    }
+}
+
+bool OnSetCursor(const FormPeer& form) {
+    if (form.form.Pointer == MousePointer::kDefault) {
+        return false;
+    }
+    ::SetCursor(::LoadCursorA(nullptr, IDC_WAIT));
+    return true;
+}
+
+void OnSystemColors(const FormPeer& form) {
+    for (const MemberPeer* member : form.members) {
+        if (member->window != form.window) {
+            ::SendMessageA(member->window, WM_SYSCOLORCHANGE, 0, 0);
+        }
+    }
+    ::InvalidateRect(form.window, nullptr, FALSE);
+}
+
+void MoveFocusFrom(const FormPeer& form, HWND leaving) {
+    if (::GetFocus() != leaving) {
+        return;
+    }
+    const HWND next = ::GetNextDlgTabItem(form.window, leaving, FALSE);
+    ::SetFocus(next != nullptr && next != leaving && CanHaveFocus(next) ? next : form.window);
+}
+
+}  // namespace swiftpatch

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+
+#include "runtime/win32/handle.h"
+
+namespace swiftpatch {
+
+/// One request as the platform's own threads see it. Their callbacks do nothing but post numbered
+/// messages to a window of the user-interface thread.
+///
+/// It has two owners, the transport and the request's handle, and goes with the second of them:
+/// the platform can use it until it says that the handle is closed, which may be after
+/// InternetCloseHandle has returned.
+class Exchange {
+public:
+    /// wParam is the request's number. lParam: one of inet_state; an error of the system or 0.
+    static constexpr UINT kStateMessage = WM_APP + 1;
+    static constexpr UINT kCompletedMessage = WM_APP + 2;
+    /// Posted by the transport to itself: a block is complete.
+    static constexpr UINT kBlockMessage = WM_APP + 3;
+
+    Exchange(HWND window, DWORD number) : window_(window), number_(number) {}
+    Exchange(const Exchange&) = delete;
+    Exchange& operator=(const Exchange&) = delete;
+
+    DWORD Number() const { return number_; }
+    void Post(UINT message, DWORD value) const;
+    /// From now on only what completes is reported.
+    void HushStates() { ::InterlockedExchange(&hushed_, 1); }
+    bool Hushed() { return ::InterlockedExchangeAdd(&hushed_, 0) != 0; }
+
+    void Release();
+
+    /// Where the platform puts the body's bytes.
+    std::string block;
+
+private:
+    ~Exchange() = default;
+
+    const HWND window_;
+    const DWORD number_;
+    LONG hushed_ = 0;
+    LONG owners_ = 2;
+};
+
+/// The platform's callback; its context is an Exchange.
+void CALLBACK OnInternetStatus(HINTERNET handle, DWORD_PTR context, DWORD status, void* detail,
+                               DWORD size);
+
+}  // namespace swiftpatch

@@ -1,0 +1,106 @@
+#include "runtime/win32/painting.h"
+
+#include "runtime/win32/canvas.h"
+#include "runtime/win32/colors.h"
+
+namespace swiftpatch {
+namespace {
+
+void Fill(HDC device, const RECT& where, COLORREF color) {
+    // An opaque text without letters is the one way to fill that needs no brush.
+    ::SetBkColor(device, color);
+    ::ExtTextOutA(device, 0, 0, ETO_OPAQUE, &where, nullptr, 0, nullptr);
+}
+
+void PaintBoxes(const Form& form, HDC device, const RECT& client) {
+    const int scale = form.ScaleHeight() > 0 ? form.ScaleHeight() : static_cast<int>(client.bottom);
+    for (const PaintedBox& box : form.Painting()) {
+        const RECT where{box.left, ::MulDiv(box.top, client.bottom, scale), box.right,
+                         ::MulDiv(box.bottom, client.bottom, scale)};
+        if (::RectVisible(device, &where)) {
+            Fill(device, where, ToColorRef(box.color));
+        }
+    }
+}
+
+bool IsOnBackground(const Control& control) {
+    switch (control.Kind()) {
+        case ComponentKind::kLabel:
+        case ComponentKind::kCheckBox:
+        case ComponentKind::kFrame:
+        case ComponentKind::kImage:
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+void PaintFormOn(const FormPeer& form, HDC device) {
+    RECT client;
+    ::GetClientRect(form.window, &client);
+    Fill(device, client, ToColorRef(form.form.BackColor));
+    PaintBoxes(form.form, device, client);
+}
+
+void PaintForm(const FormPeer& form) {
+    const Canvas canvas(form.window);
+    PaintFormOn(form, canvas.Device());
+}
+
+HBRUSH BrushForControl(FormPeer& form, HDC device, HWND control) {
+    const Control* const known = ControlOfWindow(control);
+    if (known != nullptr && known->Kind() == ComponentKind::kTextBox) {
+        // A read-only box asks as if it were a label; it is to look like any other box.
+        ::SetTextColor(device, ::GetSysColor(COLOR_WINDOWTEXT));
+        ::SetBkColor(device, ::GetSysColor(COLOR_WINDOW));
+        return ::GetSysColorBrush(COLOR_WINDOW);
+    }
+    const COLORREF color = ToColorRef(form.form.BackColor);
+    if (!form.brush || form.brushColor != color) {
+        form.brush.Reset(::CreateSolidBrush(color));
+        form.brushColor = color;
+    }
+    ::SetBkColor(device, color);
+    return form.brush.Get();
+}
+
+void BackgroundChanged(const FormPeer& form) {
+    ::InvalidateRect(form.window, nullptr, FALSE);
+    for (const Control* control : form.form.Controls()) {
+        if (IsOnBackground(*control) && PeerOf(*control) != nullptr) {
+            ::InvalidateRect(PeerOf(*control)->window, nullptr, FALSE);
+        }
+    }
+}
+
+std::optional<LRESULT> AnswerAsFrame(const ControlPeer& peer, UINT message, WPARAM wParam,
+                                     LPARAM lParam) {
+    switch (message) {
+        case WM_COMMAND:
+        case WM_NOTIFY:
+        case WM_CTLCOLORSTATIC:
+        case WM_CTLCOLORBTN:
+            return ::SendMessageA(peer.form->window, message, wParam, lParam);
+        case WM_ERASEBKGND: {
+            // The form leaves out what its controls cover, and a group box paints its line only.
+            RECT client;
+            ::GetClientRect(peer.window, &client);
+            Fill(reinterpret_cast<HDC>(wParam), client, ToColorRef(peer.form->form.BackColor));
+            return 1;
+        }
+        default:
+            return {};
+    }
+}
+
+std::optional<LRESULT> AnswerAsTextBox(const ControlPeer& peer, UINT message) {
+    if (message == WM_GETDLGCODE && peer.control.DesignLook().multiLine) {
+        // Of its own accord a box of several lines keeps Tab, and Esc makes it close the form.
+        return DLGC_WANTARROWS | DLGC_WANTCHARS;
+    }
+    return {};
+}
+
+}  // namespace swiftpatch

@@ -1,0 +1,182 @@
+#include "runtime/win32/pump.h"
+
+#include <algorithm>
+#include <cassert>
+#include <exception>
+#include <utility>
+#include <vector>
+
+#include "runtime/events.h"
+#include "runtime/runtime_error.h"
+#include "runtime/win32/keyboard.h"
+
+namespace swiftpatch {
+namespace {
+
+/// For this long a pump goes on with messages that came after it began, so that a flood of them
+/// cannot keep it for ever.
+constexpr DWORD kLongestFlood = 20;
+
+/// So many paced yields come before the fine clock is asked, while the coarse one stands still.
+constexpr unsigned kCallsPerLook = 16;
+
+struct DoomedWindow {
+    HWND window;
+    int depth;  ///< Of the pumps, when it was doomed.
+};
+
+struct PumpState {
+    const DWORD thread = ::GetCurrentThreadId();
+    int depth = 0;
+    bool over = false;
+    std::exception_ptr stored;
+    std::vector<DoomedWindow> doomed;
+};
+
+/// Never destroyed: windows go after it otherwise, when the program's statics do.
+PumpState& State() {
+    static auto& state = *new PumpState;
+    return state;
+}
+
+/// Counts the pumps on the stack.
+class Pumping {
+public:
+    Pumping() { ++State().depth; }
+    ~Pumping() { --State().depth; }
+    Pumping(const Pumping&) = delete;
+    Pumping& operator=(const Pumping&) = delete;
+};
+
+/// Destroys the windows that were doomed inside a message of this pump or of a deeper one.
+void DestroyDoomed(int depth) {
+    auto& doomed = State().doomed;
+    const auto ripe =
+        std::stable_partition(doomed.begin(), doomed.end(),
+                              [depth](const DoomedWindow& each) { return each.depth < depth; });
+    const std::vector<DoomedWindow> going(ripe, doomed.end());
+    doomed.erase(ripe, doomed.end());
+    for (const DoomedWindow& each : going) {
+        ::DestroyWindow(each.window);
+    }
+}
+
+void MarkOver() {
+    State().over = true;
+    // Leaves the loops of the system as well: message boxes, menus, the moving of a window.
+    ::PostQuitMessage(0);
+}
+
+void Handle(MSG& message) {
+    if (message.message == WM_QUIT) {
+        MarkOver();
+    } else if (!HandleKey(message)) {
+        ::TranslateMessage(&message);
+        ::DispatchMessageA(&message);
+    }
+    DestroyDoomed(State().depth);
+    ThrowIfOver();
+}
+
+bool CameAfter(const MSG& message, DWORD start) {
+    return static_cast<LONG>(message.time - start) > 0;
+}
+
+/// The one pump. Returns whether anything was waiting.
+bool Pump() {
+    assert(::GetCurrentThreadId() == State().thread);
+    const Pumping pumping;
+    ThrowIfOver();
+    const DWORD start = ::GetTickCount();
+    bool any = false;
+    MSG message;
+    while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        any = true;
+        Handle(message);
+        if (CameAfter(message, start) && ::GetTickCount() - start > kLongestFlood) {
+            break;
+        }
+    }
+    DestroyDoomed(State().depth);  // Messages that others send are handled inside the look.
+    ThrowIfOver();
+    return any;
+}
+
+LONGLONG TicksPerMillisecond() {
+    LARGE_INTEGER perSecond;
+    return ::QueryPerformanceFrequency(&perSecond) ? std::max(perSecond.QuadPart / 1000, 1LL) : 1;
+}
+
+}  // namespace
+
+void PumpResting(DWORD milliseconds) {
+    if (!Pump()) {
+        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds, QS_ALLINPUT);
+        Pump();
+    }
+}
+
+LRESULT Guarded(const std::function<LRESULT()>& procedure) noexcept {
+    try {
+        return procedure();
+    } catch (const EndProgram&) {
+        MarkOver();
+    } catch (...) {
+        if (!State().stored) {
+            State().stored = std::current_exception();
+        }
+        MarkOver();
+    }
+    return 0;
+}
+
+void ThrowIfOver() {
+    if (State().stored) {
+        std::rethrow_exception(std::exchange(State().stored, nullptr));
+    }
+    if (State().over) {
+        throw EndProgram();
+    }
+}
+
+void ForgetQuit() {
+    MSG message;
+    while (::PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
+    }
+}
+
+void DestroyLater(HWND window) { State().doomed.push_back({window, State().depth}); }
+
+void DestroyAllNow() { DestroyDoomed(0); }
+
+void DoEvents() { Pump(); }
+
+void DoEventsResting() { PumpResting(1); }
+
+void DoEventsPaced() {
+    // The coarse clock costs a hundredth of the fine one, which is therefore asked now and then.
+    static DWORD tick = 0;
+    static unsigned calls = 0;
+    if (::GetTickCount() == tick && ++calls % kCallsPerLook != 0) {
+        return;
+    }
+    tick = ::GetTickCount();
+    static const LONGLONG interval = TicksPerMillisecond();
+    static LONGLONG next = 0;
+    LARGE_INTEGER now;
+    if (!::QueryPerformanceCounter(&now) || now.QuadPart >= next) {
+        next = now.QuadPart + interval;
+        Pump();
+    }
+}
+
+void End() {
+    MarkOver();
+    throw EndProgram();
+}
+
+bool RunIsOver() { return State().over; }
+
+void EndRunAtNextPump() { MarkOver(); }
+
+}  // namespace swiftpatch

@@ -1,0 +1,58 @@
+#include "runtime/system.h"
+
+#include "runtime/win32/win32.h"
+
+namespace swiftpatch {
+namespace {
+
+/// The look-ups of folders report the size they need where the buffer is too small.
+std::uint32_t CopiedLength(UINT length, const std::string& buffer) {
+    return length < buffer.size() ? length : 0;
+}
+
+}  // namespace
+
+std::uint32_t GetWindowsDirectoryA(std::string& buffer) {
+    const UINT size = static_cast<UINT>(buffer.size());
+    return CopiedLength(::GetWindowsDirectoryA(buffer.data(), size), buffer);
+}
+
+std::uint32_t GetSystemDirectoryA(std::string& buffer) {
+    const UINT size = static_cast<UINT>(buffer.size());
+    return CopiedLength(::GetSystemDirectoryA(buffer.data(), size), buffer);
+}
+
+std::uint32_t GetFileVersionInfoSizeA(const std::string& path) {
+    DWORD unused = 0;
+    return ::GetFileVersionInfoSizeA(path.c_str(), &unused);
+}
+
+bool GetFileVersionInfoA(const std::string& path, std::vector<std::uint8_t>& buffer) {
+    return ::GetFileVersionInfoA(path.c_str(), 0, static_cast<DWORD>(buffer.size()),
+                                 buffer.data()) != FALSE;
+}
+
+bool VerQueryValueA(const std::vector<std::uint8_t>& buffer, const std::string& block,
+                    std::span<const std::uint8_t>& value) {
+    void* start = nullptr;
+    UINT size = 0;
+    if (!::VerQueryValueA(buffer.data(), block.c_str(), &start, &size) || start == nullptr) {
+        return false;
+    }
+    value = std::span(static_cast<const std::uint8_t*>(start), size);
+    return true;
+}
+
+void ShellExecuteA(const std::string& verb, const std::string& file, int showCommand) {
+    ::ShellExecuteA(nullptr, verb.c_str(), file.c_str(), nullptr, nullptr, showCommand);
+}
+
+bool InternetGetConnectedStateExA(std::uint32_t& flags, std::string& name) {
+    DWORD systemFlags = 0;
+    const BOOL connected = ::InternetGetConnectedStateExA(&systemFlags, name.data(),
+                                                          static_cast<DWORD>(name.size()), 0);
+    flags = systemFlags;
+    return connected != FALSE;
+}
+
+}  // namespace swiftpatch
