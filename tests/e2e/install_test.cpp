@@ -1,0 +1,111 @@
+#include "e2e/held_file.h"
+#include "e2e/update_run.h"
+
+namespace swiftpatch::e2e {
+namespace {
+
+constexpr milliseconds kSoon{10000};
+
+class InstallFaults : public UpdateRun {
+protected:
+    /// Goes on to the offer of an earlier download.
+    void StartToOffer(const std::string& installed) {
+        Publish("3.1.0.123");
+        Install(installed);
+        Stage("3.1.0.123", kServerTime + std::chrono::hours(24));
+        StartToMainWindow();
+        AwaitOffer();
+    }
+
+    void ExpectFinished(const std::string& version) {
+        updater_->AwaitText(kLblAnimationMsg, "You have installed the latest version of q-tolvex.",
+                            kSoon);
+        updater_->AwaitEnabled(kCmdClose, kSoon);
+        EXPECT_EQ(updater_->Text(kLblTolvexVersion), "q-tolvex Version installed: " + version);
+        EXPECT_FALSE(updater_->Visible(kCmdInstall));
+        EXPECT_EQ(updater_->Text(kLblStatus), "");
+    }
+};
+
+TEST_F(InstallFaults, ProgramFileInUseIsReportedAndTheRunFinishesAllTheSame) {
+    StartToOffer("3.0.11.0");
+    const HeldFile held(folder_->File("tolvex.exe"));
+    updater_->Press(kCmdInstall);
+    AnswerBackupBox("3.00.11.00");
+    AnswerBox("tolvex30.exe to tolvex.exe File Copy Error: 70\r\nPermission denied", IDOK);
+    ExpectFinished("3.00.11.00");
+    CloseQuietly();
+    ExpectFiles({"created tolvex.3.00.11.00.exe"});
+}
+
+TEST_F(InstallFaults, BackupOfTheSameVersionIsKeptAsItIs) {
+    folder_->Write("tolvex.3.00.11.00.exe", "an older backup");
+    StartToOffer("3.0.11.0");
+    updater_->Press(kCmdInstall);
+    ExpectFinished("3.01.00.123");
+    CloseQuietly();
+    ExpectFiles({"changed tolvex.exe"});
+    EXPECT_EQ(folder_->Read("tolvex.exe"), Build("3.1.0.123"));
+}
+
+// Version numbers are signed words.
+TEST_F(InstallFaults, BackupOfABuildOver32767CarriesANegativeNumber) {
+    StartToOffer("3.0.40000.1");
+    updater_->Press(kCmdInstall);
+    AnswerBackupBox("3.00.-25536.01");
+    ExpectFinished("3.01.00.123");
+    CloseQuietly();
+    ExpectFiles({"created tolvex.3.00.-25536.01.exe", "changed tolvex.exe"});
+}
+
+TEST_F(InstallFaults, BackupThatCannotBeMadeDoesNotStopTheReplacement) {
+    StartToOffer("3.0.11.0");
+    std::filesystem::create_directory(folder_->File("tolvex.3.00.11.00.exe"));
+    updater_->Press(kCmdInstall);
+    AnswerBackupBox("3.00.11.00");
+    AnswerBox("tolvex.exe backup File Copy Error: 70\r\nPermission denied", IDOK);
+    ExpectFinished("3.01.00.123");
+    CloseQuietly();
+    ExpectFiles({"created tolvex.3.00.11.00.exe", "changed tolvex.exe"});
+}
+
+TEST_F(InstallFaults, StagedBuildThatHasGoneIsReported) {
+    StartToOffer("3.0.11.0");
+    std::filesystem::remove(folder_->File("tolvex30.exe"));
+    updater_->Press(kCmdInstall);
+    AnswerBox("The update file 'tolvex30.exe'\r\nnot found in '" + FolderText() +
+                  "'.\r\ntolvex.exe not updated.",
+              IDOK);
+    EXPECT_TRUE(updater_->Visible(kCmdInstall));
+    CloseQuietly();
+    ExpectFiles({"deleted tolvex30.exe"});
+}
+
+TEST_F(InstallFaults, MissingProgramFileIsInstalledWithoutABackup) {
+    StartToOffer("3.0.11.0");
+    std::filesystem::remove(folder_->File("tolvex.exe"));
+    updater_->Press(kCmdInstall);
+    AnswerBox("tolvex.exe not found in '" + FolderText() + "'.\r\n\r\nInstalling tolvex.exe in '" +
+                  FolderText() + "'.",
+              IDOK);
+    ExpectFinished("3.01.00.123");
+    CloseQuietly();
+    ExpectFiles({"changed tolvex.exe"});
+}
+
+// The handler of the install looks up a member that its error object does not have. Nobody traps
+// that second error: it ends the program with the system's box.
+TEST_F(InstallFaults, UnexpectedErrorEndsTheProgramWithTheSystemsBox) {
+    StartToOffer("3.0.11.0");
+    folder_->Write("tolvex.exe", Build("none"));
+    const HeldFile held(folder_->File("tolvex.exe"));
+    updater_->Press(kCmdInstall);
+    AnswerCorruptFileBox("tolvex.exe");
+    AnswerBox("Run-time error '438':\r\n\r\nObject doesn't support this property or method", IDOK);
+    updater_->AwaitEnd(kSoon);
+    ExpectFiles({"changed tolvex.exe"});
+    EXPECT_EQ(folder_->Read("tolvex.exe"), Build("none"));
+}
+
+}  // namespace
+}  // namespace swiftpatch::e2e

@@ -1,0 +1,56 @@
+#include "e2e/options.h"
+
+#include <array>
+
+#include "e2e/drive_error.h"
+#include "e2e/text.h"
+#include "e2e/win32.h"
+
+namespace swiftpatch::e2e {
+namespace fs = std::filesystem;
+namespace {
+
+fs::path OwnFolder() {
+    std::array<wchar_t, 1024> path{};
+    GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    return fs::path(path.data()).parent_path();
+}
+
+// "--name=value" gives the value's path; false for another name.
+bool TakePath(const std::string& argument, const std::string& name, fs::path& path) {
+    const std::string beginning = "--" + name + "=";
+    if (!BeginsWith(argument, beginning)) {
+        return false;
+    }
+    path = fs::absolute(Wide(argument.substr(beginning.size()))).make_preferred();
+    return true;
+}
+
+}  // namespace
+
+Options ReadOptions(int count, char** arguments) {
+    const fs::path own = OwnFolder();
+    Options options;
+    options.updater = own.parent_path() / "win32-release" / "swiftpatch.exe";
+    options.fixtures = own / "fixtures";
+    options.scratch = own / "scratch";
+    for (int i = 1; i < count; ++i) {
+        const std::string argument = arguments[i];
+        if (argument == "--auto") {
+            options.automatic = true;
+        } else if (!TakePath(argument, "updater", options.updater) &&
+                   !TakePath(argument, "fixtures", options.fixtures) &&
+                   !TakePath(argument, "scratch", options.scratch)) {
+            throw DriveError("unknown argument " + argument);
+        }
+    }
+    fs::create_directories(options.scratch);
+    return options;
+}
+
+Options& TestOptions() {
+    static Options options;
+    return options;
+}
+
+}  // namespace swiftpatch::e2e

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "e2e/wait.h"
+#include "e2e/win32.h"
+
+namespace swiftpatch::e2e {
+
+/// A program that was started here, or one that was found: it does not outlive this object.
+class Process {
+public:
+    /// Starts `program` in its own folder. The settings of the surroundings that could send its
+    /// requests elsewhere are kept from it; `httpProxy` ("127.0.0.1:port") gives it one of ours.
+    explicit Process(const std::filesystem::path& program, const std::wstring& arguments = {},
+                     const std::string& httpProxy = {});
+    /// Takes over a running program by the number of its process.
+    explicit Process(DWORD id);
+    ~Process();
+    Process(const Process&) = delete;
+    Process& operator=(const Process&) = delete;
+
+    DWORD Id() const { return id_; }
+    bool Running() const;
+    /// False when it still runs after `limit`.
+    bool WaitForEnd(milliseconds limit) const;
+    /// Valid once it has ended.
+    DWORD ExitCode() const;
+    void Kill() const;
+    /// The largest amount of memory that it has occupied, in bytes.
+    std::size_t PeakWorkingSet() const;
+
+private:
+    HANDLE handle_ = nullptr;
+    DWORD id_ = 0;
+};
+
+}  // namespace swiftpatch::e2e

@@ -1,0 +1,125 @@
+#include "e2e/options.h"
+#include "e2e/text.h"
+#include "e2e/update_run.h"
+
+namespace swiftpatch::e2e {
+namespace {
+
+constexpr milliseconds kSoon{10000};
+
+constexpr char kTitle[] = "q-Tolvex.exe Detected Running - Close Program Automatically ";
+constexpr char kQuestion[] =
+    "The program q-Tolvex.exe is running and must be closed\r\n"
+    "to perform an update.\r\n"
+    "\r\n"
+    "You can still download the latest version without installing it, however you will need to "
+    "close q-Tolvex.exe to install the update.\r\n"
+    "\r\n"
+    "Should I close the program q-Tolvex.exe automatically?";
+constexpr char kInstallError[] =
+    "Install Error!\r\n\r\nCannot install the updated Tolvex program while\r\n"
+    "Tolvex is still running.";
+
+class RunningProgram : public UpdateRun {
+protected:
+    /// An earlier download waits to be installed.
+    void Prepare() {
+        Publish("3.0.12.5");
+        Install("3.0.11.0");
+        Stage("3.0.12.5", kServerTime + std::chrono::hours(24));
+    }
+
+    /// A main program outside the application folder, so that its file is not in the way.
+    MainProgram StartElsewhere(const std::wstring& arguments) {
+        other_.emplace(TestOptions().scratch / "other", TestOptions().updater);
+        other_->Write("tolvex.exe", Build("3.0.11.0"));
+        return {other_->File("tolvex.exe"), L"--record " + arguments};
+    }
+
+    std::vector<std::string> EventsElsewhere() const {
+        std::vector<std::string> events = RecordIn(other_->Path());
+        events.erase(events.begin());  // Its start.
+        return events;
+    }
+
+    void AwaitInstalled() {
+        updater_->AwaitText(kLblAnimationMsg, "You have installed the latest version of q-tolvex.",
+                            kSoon);
+    }
+
+    std::optional<AppFolder> other_;
+};
+
+TEST_F(RunningProgram, YesGoesOnWithTheProgramThatWasToldToClose) {
+    Prepare();
+    const MainProgram running(folder_->File("tolvex.exe"), L"--record");
+    Start();
+    AnswerBox(kQuestion, IDYES, kTitle);
+    EXPECT_TRUE(running.Running().WaitForEnd(kSoon));
+    AwaitOffer();
+    updater_->Press(kCmdInstall);
+    AnswerBackupBox("3.00.11.00");
+    AwaitInstalled();
+    CloseQuietly();
+    // The close command comes before the question, and closes the program at once.
+    EXPECT_EQ(RecordIn(folder_->Path()),
+              (std::vector<std::string>{"started 3.0.11.0 " + PathText(folder_->File("tolvex.exe")),
+                                        "close command FFFFF060", "close message"}));
+    ExpectFiles({"changed started.txt", "created tolvex.3.00.11.00.exe", "changed tolvex.exe"});
+    EXPECT_EQ(folder_->Read("tolvex.exe"), Build("3.0.12.5"));
+}
+
+TEST_F(RunningProgram, NoLeavesItRunningAndKeepsTheInstallFromStarting) {
+    Prepare();
+    const MainProgram running = StartElsewhere(L"--refuse");
+    Start();
+    AnswerBox(kQuestion, IDNO, kTitle);
+    AwaitOffer();
+    updater_->Press(kCmdInstall);
+    AnswerBox(kQuestion, IDNO, kTitle);
+    AnswerBox(kInstallError, IDOK);
+    EXPECT_EQ(updater_->Text(kLblStatus), kOffer);
+    CloseQuietly();
+    EXPECT_EQ(EventsElsewhere(),
+              (std::vector<std::string>{"close command FFFFF060", "close command FFFFF060"}));
+    EXPECT_TRUE(running.Running().Running());
+    ExpectFiles({});
+}
+
+TEST_F(RunningProgram, RefusalCountsAsStillRunning) {
+    Prepare();
+    const MainProgram running = StartElsewhere(L"--refuse");
+    Start();
+    AnswerBox(kQuestion, IDYES, kTitle);
+    AwaitOffer();
+    updater_->Press(kCmdInstall);
+    AnswerBox(kQuestion, IDYES, kTitle);
+    AnswerBox(kInstallError, IDOK);
+    CloseQuietly();
+    EXPECT_EQ(EventsElsewhere(),
+              (std::vector<std::string>{"close command FFFFF060", "close message",
+                                        "close command FFFFF060", "close message"}));
+    EXPECT_TRUE(running.Running().Running());
+    ExpectFiles({});
+}
+
+// A program that handles the request with 0 counts as closed, even when it stays; its file then
+// cannot be replaced.
+TEST_F(RunningProgram, RequestThatIsIgnoredCountsAsClosed) {
+    Prepare();
+    const MainProgram running(folder_->File("tolvex.exe"), L"--ignore");
+    Start();
+    AnswerBox(kQuestion, IDYES, kTitle);
+    AwaitOffer();
+    updater_->Press(kCmdInstall);
+    AnswerBox(kQuestion, IDYES, kTitle);
+    AnswerBackupBox("3.00.11.00");
+    AnswerBox("tolvex30.exe to tolvex.exe File Copy Error: 70\r\nPermission denied", IDOK);
+    AwaitInstalled();
+    CloseQuietly();
+    EXPECT_TRUE(running.Running().Running());
+    ExpectFiles({"created tolvex.3.00.11.00.exe"});
+}
+
+}  // namespace
+}  // namespace swiftpatch::e2e
