@@ -28,9 +28,9 @@ Color Rgb(int red, int green, int blue);
 enum class BackStyle { kTransparent = 0, kOpaque = 1 };
 enum class CheckState { kUnchecked = 0, kChecked = 1, kGrayed = 2 };
 
-/// Place on the form, or in the frame that holds the control, in dialog units of the form's font (the platform's DLU: a quarter of the
-/// average character's width, an eighth of its height), so that no text is ever cut off when
-/// the font or the resolution changes.
+/// Place on the form, or in the frame that holds the control, in dialog units of the form's font
+/// (the platform's DLU: a quarter of the average character's width, an eighth of its height), so
+/// that no text is ever cut off when the font or the resolution changes.
 struct Rect {
     int left = 0;
     int top = 0;
@@ -43,8 +43,8 @@ struct Look {
     bool bold = false;
     bool fixedPitch = false;  ///< A font whose characters are all equally wide.
     bool centered = false;
-    bool mnemonics = false;   ///< Labels: "&&" is shown as "&"; otherwise text shows as it stands.
-    bool multiLine = false;   ///< Text boxes: several lines, read-only, both scroll bars.
+    bool mnemonics = false;  ///< Labels: "&&" is shown as "&"; otherwise text shows as it stands.
+    bool multiLine = false;  ///< Text boxes: several lines, read-only, both scroll bars.
 };
 
 /// A timer: raises Elapsed every Interval milliseconds while Enabled. A notification that was

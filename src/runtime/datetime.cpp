@@ -19,9 +19,9 @@ DateParts PartsOf(DateTime time) {
 }
 
 DateTime MakeDateTime(const DateParts& parts) {
-    const chrono::year_month_day first(chrono::year(parts.year) /
-                                       chrono::month(static_cast<unsigned>(parts.month)) / 1);
-    return chrono::local_days(first) + chrono::days(parts.day - 1) + chrono::hours(parts.hour) +
+    const chrono::year_month month =
+        chrono::year(parts.year) / chrono::January + chrono::months(parts.month - 1);
+    return chrono::local_days(month / 1) + chrono::days(parts.day - 1) + chrono::hours(parts.hour) +
            chrono::minutes(parts.minute) + chrono::seconds(parts.second);
 }
 
@@ -30,9 +30,7 @@ std::int64_t MinutesBetween(DateTime from, DateTime to) {
     return std::int64_t{minutes.count()};
 }
 
-DateTime AddMinutes(DateTime time, std::int64_t minutes) {
-    return time + chrono::minutes(minutes);
-}
+DateTime AddMinutes(DateTime time, std::int64_t minutes) { return time + chrono::minutes(minutes); }
 
 std::string FormatTime12(DateTime time) {
     const DateParts parts = PartsOf(time);

@@ -8,9 +8,9 @@
 namespace swiftpatch {
 namespace {
 
-constexpr std::array<std::string_view, 12> kMonths{
-    "january", "february", "march",     "april",   "may",      "june",
-    "july",    "august",   "september", "october", "november", "december"};
+constexpr std::array<std::string_view, 12> kMonths{"january",   "february", "march",    "april",
+                                                   "may",       "june",     "july",     "august",
+                                                   "september", "october",  "november", "december"};
 
 /// Reads a text from its start, piece by piece; a piece that is not there leaves it as it was.
 class Reader {
@@ -59,8 +59,8 @@ public:
 private:
     template <class Predicate>
     std::size_t Count(Predicate wanted) const {
-        return static_cast<std::size_t>(
-            std::find_if_not(rest_.begin(), rest_.end(), wanted) - rest_.begin());
+        return static_cast<std::size_t>(std::find_if_not(rest_.begin(), rest_.end(), wanted) -
+                                        rest_.begin());
     }
 
     std::string_view rest_;
@@ -179,9 +179,13 @@ bool ReadTime(Reader& reader, DateParts& parts) {
 }
 
 bool IsInRange(const DateParts& parts) {
-    const std::chrono::year_month_day date(
-        std::chrono::year(parts.year), std::chrono::month(static_cast<unsigned>(parts.month)),
-        std::chrono::day(static_cast<unsigned>(parts.day)));
+    // Looked at first: the types below hold months and days in a byte, and 257 would become 1.
+    if (parts.month > 12 || parts.day > 31) {
+        return false;
+    }
+    const std::chrono::year_month_day date(std::chrono::year(parts.year),
+                                           std::chrono::month(static_cast<unsigned>(parts.month)),
+                                           std::chrono::day(static_cast<unsigned>(parts.day)));
     return date.ok() && parts.year >= 100 && parts.hour <= 23 && parts.minute <= 59 &&
            parts.second <= 59;
 }

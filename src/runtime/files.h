@@ -28,6 +28,10 @@ void Kill(const std::string& path);
 /// by another process or read-only. The target carries the source's time, as the platform does.
 void FileCopy(const std::string& source, const std::string& target);
 
+/// Creates a folder in one that is there. Raises 75 when it exists or may not be created, 76 when
+/// the folder around it does not exist.
+void MkDir(const std::string& path);
+
 // Files by number, as one procedure opens, writes and closes them. A number that is not open
 // raises 52 Bad file name or number.
 
@@ -42,6 +46,16 @@ void OpenForBinary(const std::string& path, int number);
 /// Writes `bytes` at the current position. Bytes may be gathered in memory and reach the disk
 /// later, at the latest in CloseFile; an error then is raised there.
 void PutBytes(int number, std::string_view bytes);
+
+/// Opens `path` for reading lines under `number`. Raises 53, 55, 70, 75 or 76.
+void OpenForInput(const std::string& path, int number);
+
+/// The next line, without the CR LF that ends it; a CR or LF alone is a part of the line, and the
+/// last line may end without one. Raises 62 Input past end of file.
+std::string LineInput(int number);
+
+/// True when LineInput has no more to read.
+bool EndOfFile(int number);
 
 /// Writes what was gathered and closes. Does nothing for a number that is not open.
 void CloseFile(int number);

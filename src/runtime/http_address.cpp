@@ -56,8 +56,8 @@ std::string EscapedPath(std::string_view path) {
 
 bool IsHostCharacter(char character) {
     const auto byte = static_cast<unsigned char>(character);
-    return byte > ' ' && byte != 0x7F && std::string_view("@\\\"<>").find(character) ==
-                                             std::string_view::npos;
+    return byte > ' ' && byte != 0x7F &&
+           std::string_view("@\\\"<>").find(character) == std::string_view::npos;
 }
 
 }  // namespace
@@ -74,8 +74,7 @@ HttpAddress ParseHttpAddress(const std::string& url) {
     }
     const std::size_t colon = authority.rfind(':');
     const std::size_t bracket = authority.rfind(']');
-    if (colon != std::string_view::npos &&
-        (bracket == std::string_view::npos || colon > bracket)) {
+    if (colon != std::string_view::npos && (bracket == std::string_view::npos || colon > bracket)) {
         address.port = ParsePort(authority.substr(colon + 1));
         authority = authority.substr(0, colon);
     }

@@ -1,12 +1,14 @@
 #include "runtime/inet.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 #include "runtime/clock.h"
 #include "runtime/events.h"
 #include "runtime/http_headers.h"
 #include "runtime/inet_transport.h"
+#include "runtime/numbers.h"
 #include "runtime/runtime_error.h"
 
 namespace swiftpatch {
@@ -50,6 +52,8 @@ std::string Inet::GetHeader(const std::string& name) const { return HeaderValue(
 std::string Inet::GetChunk(std::size_t size) {
     const std::uint32_t mine = request_;
     while (body_ && mine == request_ && held_ < size && !ended_ && failure_ == 0) {
+        // However small the blocks come, more than are read ahead may be needed.
+        AskForBlock();
         DoEventsResting();
         OnClock();
     }
@@ -57,7 +61,7 @@ std::string Inet::GetChunk(std::size_t size) {
         throw RuntimeError(error_number::kRequestFailed);
     }
     if (held_ == 0 && failure_ != 0) {
-        throw RuntimeError(std::exchange(failure_, 0));
+        throw RuntimeError(failure_);
     }
     return TakeBytes(std::min(size, held_));
 }
@@ -90,9 +94,7 @@ void Inet::OnState(std::uint32_t request, int state) {
         return;
     }
     Touch();
-    if (StateChanged) {
-        StateChanged(state);
-    }
+    Notify(state);
 }
 
 void Inet::OnAnswer(std::uint32_t request, std::int32_t status, std::string headers) {
@@ -116,13 +118,26 @@ void Inet::OnBlock(std::uint32_t request, std::string block) {
     }
     reading_ = false;
     if (block.empty()) {
-        ended_ = true;
-        CloseTransport();
+        EndBody();
         return;
     }
     held_ += block.size();
+    came_ += block.size();
     blocks_.push_back(std::move(block));
     ReadAhead();
+}
+
+/// The platform takes an orderly close for the end of a body, whatever length the answer promised
+/// (RFC 9112 section 8: such an answer is incomplete); here that is a lost connection.
+void Inet::EndBody() {
+    const std::string length = GetHeader("Content-Length");
+    const bool counted = IsNumeric(length) && GetHeader("Transfer-Encoding").empty();
+    if (counted && static_cast<double>(came_) < std::strtod(length.c_str(), nullptr)) {
+        FailWith(error_number::kRequestTimedOut);
+        return;
+    }
+    ended_ = true;
+    CloseTransport();
 }
 
 void Inet::OnFailed(std::uint32_t request, std::int32_t errorNumber) {
@@ -147,8 +162,13 @@ bool Inet::TimedOut() const {
 
 void Inet::Finish(int state) {
     executing_ = false;
+    Notify(state);
+}
+
+void Inet::Notify(int state) {
+    // An event procedure like any other: no procedure that happens to pump traps its errors.
     if (StateChanged) {
-        StateChanged(state);
+        RaiseEvent([this, state] { StateChanged(state); });
     }
 }
 
@@ -165,7 +185,13 @@ void Inet::FailWith(std::int32_t errorNumber) {
 }
 
 void Inet::ReadAhead() {
-    if (!open_ || reading_ || blocks_.size() >= kBlocksAhead) {
+    if (blocks_.size() < kBlocksAhead) {
+        AskForBlock();
+    }
+}
+
+void Inet::AskForBlock() {
+    if (!open_ || reading_) {
         return;
     }
     reading_ = true;
@@ -188,6 +214,7 @@ void Inet::CloseRequest() {
     blocks_.clear();
     held_ = 0;
     taken_ = 0;
+    came_ = 0;
 }
 
 }  // namespace swiftpatch

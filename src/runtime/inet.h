@@ -65,8 +65,8 @@ public:
     std::int32_t ResponseCode() const { return responseCode_; }
 
     /// The next bytes of the body, `size` at most; empty at its end. Pumps while none is there.
-    /// Raises 35758 when the transfer times out or its connection is lost, 35756 when it was
-    /// cancelled.
+    /// Raises 35758 when the transfer times out or its connection is lost, which includes a body
+    /// that ends before its Content-length (RFC 9110 section 8.6), and 35756 when it was cancelled.
     std::string GetChunk(std::size_t size);
 
     /// Ends the request, if one runs. Safe at any moment, also inside a notification or GetChunk.
@@ -86,9 +86,12 @@ private:
     bool IsPresent(std::uint32_t request) const { return open_ && request == request_; }
     void Touch();
     bool TimedOut() const;
+    void Notify(int state);
     void Finish(int state);
     void FailWith(std::int32_t errorNumber);
+    void EndBody();
     void ReadAhead();
+    void AskForBlock();
     std::string TakeBytes(std::size_t count);
     void CloseTransport();
     void CloseRequest();
@@ -96,11 +99,11 @@ private:
     std::string name_;
     std::unique_ptr<InetTransport> transport_;
     std::uint32_t request_ = 0;
-    bool open_ = false;       ///< The transport has a request of ours.
+    bool open_ = false;  ///< The transport has a request of ours.
     bool executing_ = false;
-    bool body_ = false;       ///< The answer is in and its body is being read.
-    bool reading_ = false;    ///< A block has been asked for.
-    bool ended_ = false;      ///< The whole body has come in.
+    bool body_ = false;     ///< The answer is in and its body is being read.
+    bool reading_ = false;  ///< A block has been asked for.
+    bool ended_ = false;    ///< The whole body has come in.
     bool expectsBody_ = false;
     std::int32_t failure_ = 0;
     std::int32_t responseCode_ = 0;
@@ -108,6 +111,7 @@ private:
     std::string headers_;
     std::deque<std::string> blocks_;
     std::size_t held_ = 0;    ///< Bytes in blocks_ that were not handed out yet.
+    std::uint64_t came_ = 0;  ///< Bytes of the body that came in so far.
     std::size_t taken_ = 0;   ///< Bytes of the first block that were handed out.
 };
 

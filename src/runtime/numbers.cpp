@@ -50,10 +50,10 @@ std::int32_t ToLong(std::string_view text) {
         text.remove_prefix(1);
     }
     double number = 0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), number,
-                                        std::chars_format::fixed);
-    if (result.ec == std::errc::result_out_of_range && text.find_first_of("123456789") <
-                                                           text.find('.')) {
+    const auto result =
+        std::from_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
+    if (result.ec == std::errc::result_out_of_range &&
+        text.find_first_of("123456789") < text.find('.')) {
         throw RuntimeError(error_number::kOverflow);
     }
     return Rounded<std::int32_t>(number);

@@ -13,6 +13,11 @@ std::size_t GetPrivateProfileStringA(const std::string& section, const std::stri
                                      const std::string& defaultValue, std::string& buffer,
                                      const std::string& file);
 
+/// Writes a key of an INI file (the platform's function of this name); the file is created when it
+/// is missing. False when that failed.
+bool WritePrivateProfileStringA(const std::string& section, const std::string& key,
+                                const std::string& value, const std::string& file);
+
 /// Reads a text of the per-user application-settings store, which the platform keeps at
 /// HKEY_CURRENT_USER\Software\VB and VBA Program Settings\<application>\<section>.
 std::string GetSetting(const std::string& application, const std::string& section,

@@ -19,6 +19,7 @@ constexpr std::array kDescriptions{
     NumberedText{error_number::kTypeMismatch, "Type mismatch"},
     NumberedText{error_number::kBadFileNameOrNumber, "Bad file name or number"},
     NumberedText{error_number::kFileNotFound, "File not found"},
+    NumberedText{error_number::kBadFileMode, "Bad file mode"},
     NumberedText{error_number::kFileAlreadyOpen, "File already open"},
     NumberedText{error_number::kDeviceIoError, "Device I/O error"},
     NumberedText{error_number::kDiskFull, "Disk full"},
@@ -47,12 +48,11 @@ const char* DescriptionOf(std::int32_t number) {
 
 RuntimeError::RuntimeError(std::int32_t number) : RuntimeError(number, DescriptionOf(number)) {}
 
-RuntimeError::RuntimeError(std::int32_t number, std::string description)
-    : number_(number), description_(std::move(description)) {}
+RuntimeError::RuntimeError(std::int32_t number, std::string description, std::string source)
+    : number_(number), description_(std::move(description)), source_(std::move(source)) {}
 
 std::string UntrappedErrorText(const RuntimeError& error) {
-    return "Run-time error '" + std::to_string(error.Number()) + "':\r\n\r\n" +
-           error.Description();
+    return "Run-time error '" + std::to_string(error.Number()) + "':\r\n\r\n" + error.Description();
 }
 
 }  // namespace swiftpatch

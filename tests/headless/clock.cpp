@@ -8,8 +8,8 @@ namespace {
 using headless::TheWorld;
 
 DateTime Seconds(std::int64_t milliseconds) {
-    return DateTime(std::chrono::floor<std::chrono::seconds>(
-        std::chrono::milliseconds(milliseconds)));
+    return DateTime(
+        std::chrono::floor<std::chrono::seconds>(std::chrono::milliseconds(milliseconds)));
 }
 
 }  // namespace

@@ -10,13 +10,20 @@ namespace {
 
 const char* NameOf(PropertyId id) {
     static const std::map<PropertyId, const char*> names{
-        {PropertyId::kCaption, "Caption"},     {PropertyId::kText, "Text"},
-        {PropertyId::kVisible, "Visible"},     {PropertyId::kEnabled, "Enabled"},
-        {PropertyId::kValue, "Value"},         {PropertyId::kMin, "Min"},
-        {PropertyId::kMax, "Max"},             {PropertyId::kBackColor, "BackColor"},
-        {PropertyId::kForeColor, "ForeColor"}, {PropertyId::kBackStyle, "BackStyle"},
-        {PropertyId::kFontSize, "FontSize"},   {PropertyId::kInterval, "Interval"},
-        {PropertyId::kAutoPlay, "AutoPlay"},   {PropertyId::kMousePointer, "MousePointer"}};
+        {PropertyId::kCaption, "Caption"},
+        {PropertyId::kText, "Text"},
+        {PropertyId::kVisible, "Visible"},
+        {PropertyId::kEnabled, "Enabled"},
+        {PropertyId::kValue, "Value"},
+        {PropertyId::kMin, "Min"},
+        {PropertyId::kMax, "Max"},
+        {PropertyId::kBackColor, "BackColor"},
+        {PropertyId::kForeColor, "ForeColor"},
+        {PropertyId::kBackStyle, "BackStyle"},
+        {PropertyId::kFontSize, "FontSize"},
+        {PropertyId::kInterval, "Interval"},
+        {PropertyId::kAutoPlay, "AutoPlay"},
+        {PropertyId::kMousePointer, "MousePointer"}};
     return names.at(id);
 }
 

@@ -10,9 +10,7 @@ void Control::Refresh() { TheWorld().trace.Add(Name() + ".Refresh"); }
 
 void Control::SetFocus() { TheWorld().trace.Add(Name() + ".SetFocus"); }
 
-void Animation::Open(const std::string& path) {
-    TheWorld().trace.Add(Name() + ".Open " + path);
-}
+void Animation::Open(const std::string& path) { TheWorld().trace.Add(Name() + ".Open " + path); }
 
 void Animation::Stop() { TheWorld().trace.Add(Name() + ".Stop"); }
 

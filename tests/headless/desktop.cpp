@@ -36,7 +36,7 @@ std::string Hex(std::uint32_t number) {
 void EnumWindows(const std::function<bool(WindowHandle)>& callback) {
     TheWorld().trace.Add("EnumWindows");
     for (const DesktopWindow& window : TheWorld().desktop) {
-        if (window.parent == 0 && !callback(window.handle)) {
+        if (!window.child && !callback(window.handle)) {
             return;
         }
     }

@@ -18,9 +18,7 @@ std::string Key(const std::string& path) {
 
 }  // namespace
 
-File& Disk::Add(const std::string& path, File file) {
-    return files_[Key(path)] = std::move(file);
-}
+File& Disk::Add(const std::string& path, File file) { return files_[Key(path)] = std::move(file); }
 
 void Disk::Remove(const std::string& path) { files_.erase(Key(path)); }
 
@@ -46,10 +44,14 @@ void Disk::Fail(const std::string& operation, std::int32_t errorNumber, int nth)
 
 void Disk::Operation(const std::string& name, const std::string& details) {
     trace_.Add(name + " " + details);
+    std::int32_t errorNumber = 0;
     for (Fault& fault : faults_) {
         if (fault.operation == name && --fault.countdown == 0) {
-            throw RuntimeError(fault.errorNumber);
+            errorNumber = fault.errorNumber;
         }
+    }
+    if (errorNumber != 0) {
+        throw RuntimeError(errorNumber);
     }
 }
 

@@ -2,9 +2,12 @@
 
 #include <limits>
 #include <map>
+#include <memory>
+#include <utility>
 
 #include "headless/world.h"
 #include "runtime/clock.h"
+#include "runtime/line_reader.h"
 #include "runtime/runtime_error.h"
 
 namespace swiftpatch {
@@ -17,6 +20,7 @@ using headless::TheWorld;
 struct OpenFile {
     std::string path;
     std::size_t position = 0;
+    std::shared_ptr<LineReader> lines;
 };
 
 std::map<int, OpenFile>& OpenFiles() {
@@ -84,6 +88,18 @@ void FileCopy(const std::string& source, const std::string& target) {
     TheWorld().disk.Add(target, {copy.bytes, copy.changed});
 }
 
+void MkDir(const std::string& path) {
+    Disk& disk = TheWorld().disk;
+    disk.Operation("MkDir", path);
+    if (disk.folders.contains(path) || disk.Find(path) != nullptr) {
+        throw RuntimeError(error_number::kPathFileAccess);
+    }
+    if (!disk.HasFolderOf(path)) {
+        throw RuntimeError(error_number::kPathNotFound);
+    }
+    disk.folders.insert(path);
+}
+
 int FreeFile() {
     int number = 1;
     while (OpenFiles().contains(number)) {
@@ -108,7 +124,7 @@ void OpenForBinary(const std::string& path, int number) {
     if (file == nullptr) {
         disk.Add(path, {"", Now()});
     }
-    OpenFiles()[number] = {path};
+    OpenFiles()[number] = {path, 0, nullptr};
 }
 
 void PutBytes(int number, std::string_view bytes) {
@@ -118,6 +134,24 @@ void PutBytes(int number, std::string_view bytes) {
     Existing(open.path).bytes.replace(open.position, bytes.size(), bytes);
     open.position += bytes.size();
 }
+
+void OpenForInput(const std::string& path, int number) {
+    TheWorld().disk.Operation("OpenForInput", path + " #" + std::to_string(number));
+    if (OpenFiles().contains(number)) {
+        throw RuntimeError(error_number::kFileAlreadyOpen);
+    }
+    const auto text = std::make_shared<std::string>(Existing(path).bytes);
+    OpenFiles()[number] = {
+        path, 0, std::make_shared<LineReader>([text] { return std::exchange(*text, {}); })};
+}
+
+std::string LineInput(int number) {
+    OpenFile& open = OpenFileOf(number);
+    TheWorld().disk.Operation("LineInput", "#" + std::to_string(number));
+    return open.lines->Next();
+}
+
+bool EndOfFile(int number) { return OpenFileOf(number).lines->AtEnd(); }
 
 void CloseFile(int number) {
     if (OpenFiles().erase(number) > 0) {

@@ -1,6 +1,7 @@
 #include "runtime/inet_transport.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "headless/world.h"
 #include "runtime/inet.h"
@@ -31,10 +32,13 @@ InetTransport::~InetTransport() { Close(); }
 void InetTransport::Open(std::uint32_t request, const HttpAddress& address,
                          const std::string& verb) {
     const std::string port = address.port == 80 ? "" : ":" + std::to_string(address.port);
+    Reply reply = TheWorld().network.Take(verb + " http://" + address.host + port + address.path);
+    if (reply.cannotStart) {
+        throw RuntimeError(error_number::kRequestFailed);
+    }
     request_ = std::make_shared<Request>();
     request_->number = request;
-    request_->reply =
-        TheWorld().network.Take(verb + " http://" + address.host + port + address.path);
+    request_->reply = std::move(reply);
     const auto post = [this, mine = request_](auto notify) {
         TheWorld().network.Post([this, mine, notify] {
             if (mine->open) {
@@ -58,6 +62,7 @@ void InetTransport::Open(std::uint32_t request, const HttpAddress& address,
 }
 
 void InetTransport::ReadBlock() {
+    ++TheWorld().network.blocksAskedFor;
     TheWorld().network.Post([this, mine = request_] {
         const Reply& reply = mine->reply;
         if (!mine->open) {

@@ -33,6 +33,9 @@ void Network::AnswerNext(const std::string& request, Reply reply) {
 Reply Network::Take(const std::string& request) {
     trace_.Add("Request " + request);
     requests_.push_back(request);
+    if (onRequest) {
+        onRequest();
+    }
     if (auto& next = nextReplies_[request]; !next.empty()) {
         Reply reply = std::move(next.front());
         next.pop_front();

@@ -17,6 +17,7 @@ struct Reply {
     std::vector<int> states = {3, 4, 5, 6, 7, 8};
     std::int32_t failure = 0;  ///< Fails with this error after the states instead of answering.
     bool silent = false;       ///< Never answers after the states.
+    bool cannotStart = false;  ///< The request cannot even be started.
     std::int32_t status = 200;
     std::string headers;
     std::string body;
@@ -40,6 +41,9 @@ public:
     /// Answers the next such request only, in the order of the calls and before Answer.
     void AnswerNext(const std::string& request, Reply reply);
 
+    /// Called as each request is made.
+    std::function<void()> onRequest;
+
     /// Used by the transport.
     Reply Take(const std::string& request);
 
@@ -49,6 +53,9 @@ public:
 
     /// Every request that was made, in order.
     const std::vector<std::string>& Requests() const { return requests_; }
+
+    /// How many blocks of bodies the program has asked for.
+    std::size_t blocksAskedFor = 0;
 
 private:
     Trace& trace_;

@@ -3,13 +3,20 @@
 #include <algorithm>
 #include <optional>
 
+#include "headless/profile.h"
 #include "headless/world.h"
+#include "runtime/runtime_error.h"
 #include "runtime/strings.h"
 
 namespace swiftpatch {
 namespace {
 
 using headless::TheWorld;
+
+std::string& LastBuffer() {
+    static std::string buffer;
+    return buffer;
+}
 
 std::string_view WithoutQuotes(std::string_view value) {
     const bool quoted = value.size() >= 2 && value.front() == value.back() &&
@@ -35,17 +42,32 @@ std::optional<std::string> Lookup(const std::string& text, const std::string& se
 
 }  // namespace
 
+const std::string& headless::LastProfileBuffer() { return LastBuffer(); }
+
 std::size_t GetPrivateProfileStringA(const std::string& section, const std::string& key,
                                      const std::string& defaultValue, std::string& buffer,
                                      const std::string& file) {
+    LastBuffer() = buffer;
+    if (TheWorld().whileReadingProfile) {
+        TheWorld().whileReadingProfile();
+    }
     const headless::File* found = TheWorld().disk.Find(file);
-    const std::string value =
-        (found == nullptr ? std::nullopt : Lookup(found->bytes, section, key))
-            .value_or(defaultValue);
+    const std::string value = (found == nullptr ? std::nullopt : Lookup(found->bytes, section, key))
+                                  .value_or(defaultValue);
     const std::size_t count = std::min(value.size(), buffer.size() - 1);
     buffer.replace(0, count, value, 0, count);
     buffer[count] = '\0';
     return count;
+}
+
+bool WritePrivateProfileStringA(const std::string& section, const std::string& key,
+                                const std::string& value, const std::string& file) {
+    try {
+        TheWorld().disk.Operation("WriteProfile", file + " [" + section + "] " + key + "=" + value);
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
 }
 
 std::string GetSetting(const std::string& application, const std::string& section,

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "headless/nested.h"
+
 namespace swiftpatch::headless {
 namespace {
 
@@ -15,18 +17,6 @@ const char* NameOf(MsgBoxAnswer answer) {
             return "OK";
     }
 }
-
-/// Counts a nested state for as long as it lasts, also when an exception ends it.
-class Nested {
-public:
-    explicit Nested(int& depth) : depth_(depth) { ++depth_; }
-    ~Nested() { --depth_; }
-    Nested(const Nested&) = delete;
-    Nested& operator=(const Nested&) = delete;
-
-private:
-    int& depth_;
-};
 
 }  // namespace
 

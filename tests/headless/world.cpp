@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "headless/nested.h"
 #include "runtime/events.h"
 #include "runtime/files.h"
 #include "runtime/runtime_error.h"
@@ -67,6 +68,7 @@ void World::Dispatch(const std::function<void()>& procedure) {
         return;
     }
     try {
+        const Nested dispatching(depth_);
         RaiseEvent(procedure);
     } catch (const EndProgram&) {
         runOver_ = true;
@@ -102,23 +104,17 @@ void World::PumpOnce(bool resting) {
         throw EndProgram();
     }
     ++pumps;
-    ++depth_;
-    try {
-        const bool handled = RunScripts() || network.DeliverOne() || FireTimer();
-        if (resting && !handled) {
-            Advance(1);
-        }
-        if (uptime >= lastClocked_ + kClockPeriod) {
-            lastClocked_ = uptime;
-            for (std::size_t i = 0; i < clocked.size(); ++i) {
-                clocked[i]();
-            }
-        }
-    } catch (...) {
-        --depth_;
-        throw;
+    const Nested pumping(depth_);
+    const bool handled = RunScripts() || network.DeliverOne() || FireTimer();
+    if (resting && !handled) {
+        Advance(1);
     }
-    --depth_;
+    if (uptime >= lastClocked_ + kClockPeriod) {
+        lastClocked_ = uptime;
+        for (std::size_t i = 0; i < clocked.size(); ++i) {
+            clocked[i]();
+        }
+    }
     if (runOver_) {
         throw EndProgram();
     }

@@ -13,6 +13,7 @@
 #include "runtime/controls.h"
 #include "runtime/datetime.h"
 #include "runtime/form.h"
+#include "runtime/os_version.h"
 
 namespace swiftpatch::headless {
 
@@ -21,7 +22,8 @@ struct DesktopWindow {
     WindowHandle handle = 0;
     std::string className;
     std::string title;
-    WindowHandle parent = 0;
+    WindowHandle parent = 0;  ///< The window it is a part of, or the owner of a top-level window.
+    bool child = false;       ///< A part of its parent: not among the top-level windows.
     /// What the window answers to a message; 0 without one.
     std::function<std::int32_t(std::uint32_t message)> answer;
 };
@@ -37,10 +39,12 @@ struct Machine {
     std::string systemDirectory = "C:\\WINDOWS\\SYSTEM32";
     bool connected = true;
     std::uint32_t connectionFlags = 0x12;
-    std::int32_t connectionError = 0;   ///< Raised by the look at the connection when not 0.
+    std::int32_t connectionError = 0;  ///< Raised by the look at the connection when not 0.
     std::int32_t topMostResult = 1;
-    bool versionReadFails = false;      ///< GetFileVersionInfoA
-    bool versionQueryFails = false;     ///< VerQueryValueA
+    OsVersionRecord version;
+    std::uint32_t largestVersionRecord = 156;     ///< Larger records are refused.
+    bool versionReadFails = false;                ///< GetFileVersionInfoA
+    bool versionQueryFails = false;               ///< VerQueryValueA
     std::map<std::string, std::string> settings;  ///< "application\\section\\key" -> text
 };
 
@@ -59,6 +63,8 @@ public:
     User user{trace};
     Machine machine;
     std::vector<DesktopWindow> desktop;  ///< From the top down.
+    /// Runs inside each reading of an INI file, when set.
+    std::function<void()> whileReadingProfile;
 
     /// Milliseconds since 1970 on the local clock, and how far that clock is from UTC.
     std::int64_t localMilliseconds = 0;

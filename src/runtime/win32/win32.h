@@ -8,6 +8,7 @@
 #include <commctrl.h>
 #include <ole2.h>
 #include <olectl.h>
+#include <setupapi.h>
 #include <shellapi.h>
 #include <wininet.h>
 // clang-format on
