@@ -17,7 +17,7 @@
 namespace swiftpatch {
 namespace {
 
-constexpr std::int32_t kShownFor = 3000;      // Milliseconds.
+constexpr std::int32_t kShownFor = 3000;       // Milliseconds.
 constexpr std::int32_t kNewFeaturesFont = 10;  // Points; the web address has to fit the line.
 
 }  // namespace

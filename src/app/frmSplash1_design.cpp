@@ -53,8 +53,8 @@ void frmSplash1::Design() {
         main->FontSize.Design(12);
     }
     lblVersion.Caption.Design("ver:");
-    for (Label* label : {&lblLoading, &lbltitle0, &lbltitle1, &lblMain0, &lblMain1, &lblVersion,
-                         &lblCopyright}) {
+    for (Label* label :
+         {&lblLoading, &lbltitle0, &lbltitle1, &lblMain0, &lblMain1, &lblVersion, &lblCopyright}) {
         label->Background.Design(BackStyle::kTransparent);
         label->ForeColor.Design(Color::kWhite);
     }

@@ -15,8 +15,8 @@ constexpr std::size_t kBufferLength = 256;
 
 std::string ReadUpdatesKey(const std::string& key, const std::string& defaultValue) {
     std::string buffer(kBufferLength, '\0');
-    const std::size_t count = GetPrivateProfileStringA("Updates", key, defaultValue, buffer,
-                                                       AppFile(kSettingsFile));
+    const std::size_t count =
+        GetPrivateProfileStringA("Updates", key, defaultValue, buffer, AppFile(kSettingsFile));
     return buffer.substr(0, count);
 }
 

@@ -20,9 +20,10 @@ void frmSwiftPatch::Form_QueryUnload(bool& cancel) {
         return;
     }
     // The first line ends with four dots and a blank, deliberately.
-    cancel = MsgBox("Download not finished.... \r\n\r\n"
-                    "Are you sure you want to exit this program?",
-                    msgbox::kYesNo + msgbox::kInformation, "Confirm Exit") == MsgBoxAnswer::kNo;
+    cancel = MsgBox(
+                 "Download not finished.... \r\n\r\n"
+                 "Are you sure you want to exit this program?",
+                 msgbox::kYesNo + msgbox::kInformation, "Confirm Exit") == MsgBoxAnswer::kNo;
 }
 
 void frmSwiftPatch::Form_Unload() {

@@ -70,15 +70,14 @@ std::string OsName(std::uint32_t os) {
 constexpr std::uint32_t kDriver = 3;  // VFT_DRV
 
 std::string TypeName(std::uint32_t type) {
-    constexpr std::array kNames{"Unknown", "APP", "DLL",     "Driver",
-                                "Font",    "VxD", "Unknown", "Lib"};
+    constexpr std::array kNames{"Unknown", "APP", "DLL", "Driver", "Font", "VxD", "Unknown", "Lib"};
     return type < kNames.size() ? kNames[type] : "Unknown";
 }
 
 std::string DriverName(std::uint32_t subtype) {
-    constexpr std::array kNames{"Unknown",   "Printer drv", "Keyboard drv", "Language drv",
-                                "Display drv", "Mouse drv", "Network drv",  "System drv",
-                                "Installable", "Sound drv", "Comm drv"};
+    constexpr std::array kNames{"Unknown",     "Printer drv", "Keyboard drv", "Language drv",
+                                "Display drv", "Mouse drv",   "Network drv",  "System drv",
+                                "Installable", "Sound drv",   "Comm drv"};
     return subtype < kNames.size() ? kNames[subtype] : "";
 }
 

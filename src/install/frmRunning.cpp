@@ -43,9 +43,10 @@ void frmRunning::Form_Load() {
         return;
     }
     const std::string name = Replace(program, kCrLf, "");
-    lblWarning.Caption = "The program " + name + " that you are\r\ntrying to update is still running."
-                         "\r\n\r\nPlease close " + name + " before\r\nattempting a swift patch again." +
-                         kHelp;
+    lblWarning.Caption = "The program " + name +
+                         " that you are\r\ntrying to update is still running."
+                         "\r\n\r\nPlease close " +
+                         name + " before\r\nattempting a swift patch again." + kHelp;
 }
 
 void frmRunning::cmdExit_Click() { Unload(); }

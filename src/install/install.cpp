@@ -39,9 +39,10 @@ void frmSwiftPatch::cmdInstall_Click() {
 
 void frmSwiftPatch::InstallStagedBuild() {
     if (GetWindowHandles(*this)) {
-        MsgBox("Install Error!\r\n\r\nCannot install the updated Tolvex program while\r\n"
-               "Tolvex is still running.",
-               msgbox::kCritical);
+        MsgBox(
+            "Install Error!\r\n\r\nCannot install the updated Tolvex program while\r\n"
+            "Tolvex is still running.",
+            msgbox::kCritical);
         return;
     }
     const std::string version = InstalledVersion();

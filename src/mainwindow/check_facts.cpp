@@ -43,18 +43,18 @@ std::string UpdateInformation(const CheckFacts& facts) {
                "file, '" +
                staged + "' is missing.";
     }
-    return Lines(
-        {"Update Information....",
-         "Date of server file  tolvex30.exe  = " + FormatDateMDY(facts.serverDate).value(),
-         "with GMT offset of " + std::to_string(facts.gmtOffsetHours) + " hours.",
-         "Date of app.path tolvex30.exe    = " + FormatDateMDY(*facts.stagedDate).value(),
-         "Server Version is:   " + std::to_string(facts.ageGap / kMinutesADay) + " days and " +
-             std::to_string(facts.ageGap % kMinutesADay / 60) + " hours newer.",
-         "Product Version '" + staged + "' = " + facts.stagedProductVersion,
-         "Product Version '" + installed + "' = " + facts.installedProductVersion,
-         "Size of Server      tolvex30.exe  = " + std::to_string(facts.serverSize),
-         "Size of '" + staged + "'  = " + std::to_string(facts.stagedLength),
-         "Size of '" + installed + "'  = " + std::to_string(facts.installedLength)});
+    return Lines({"Update Information....",
+                  "Date of server file  tolvex30.exe  = " + FormatDateMDY(facts.serverDate).value(),
+                  "with GMT offset of " + std::to_string(facts.gmtOffsetHours) + " hours.",
+                  "Date of app.path tolvex30.exe    = " + FormatDateMDY(*facts.stagedDate).value(),
+                  "Server Version is:   " + std::to_string(facts.ageGap / kMinutesADay) +
+                      " days and " + std::to_string(facts.ageGap % kMinutesADay / 60) +
+                      " hours newer.",
+                  "Product Version '" + staged + "' = " + facts.stagedProductVersion,
+                  "Product Version '" + installed + "' = " + facts.installedProductVersion,
+                  "Size of Server      tolvex30.exe  = " + std::to_string(facts.serverSize),
+                  "Size of '" + staged + "'  = " + std::to_string(facts.stagedLength),
+                  "Size of '" + installed + "'  = " + std::to_string(facts.installedLength)});
 }
 
 }  // namespace swiftpatch

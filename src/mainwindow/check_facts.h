@@ -13,13 +13,13 @@ inline constexpr std::int32_t kSmallestBuild = 80000;
 
 /// What the update check has found out, kept for the later stages.
 struct CheckFacts {
-    std::string serverUrl;      ///< Of the new build.
+    std::string serverUrl;        ///< Of the new build.
     std::int32_t serverSize = 0;  ///< Bytes; -1 unknown.
     std::string serverDateText;
-    DateTime serverDate{};      ///< Local time.
+    DateTime serverDate{};  ///< Local time.
     std::int64_t gmtOffsetHours = 0;
     std::optional<DateTime> stagedDate;  ///< Local time; nothing when there is no staged build.
-    std::int64_t ageGap = 0;    ///< Minutes by which the server's build is newer than the staged.
+    std::int64_t ageGap = 0;  ///< Minutes by which the server's build is newer than the staged.
     std::int32_t stagedLength = 0;
     std::int32_t installedLength = 0;
     std::string stagedProductVersion;

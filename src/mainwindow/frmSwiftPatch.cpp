@@ -26,6 +26,7 @@ void frmSwiftPatch::Form_Load() {
         lblStatus.Background = BackStyle::kTransparent;
         shared.WindowsDirectory = GetWindowsDir();
         shared.SystemDirectory = GetSystemDir();
+        systemInformation.emplace();
         ProgressBar1.Max = 100;
         ProgressBar1.Min = 0;
         ProgressBar1.Value = 0;
@@ -58,11 +59,12 @@ void frmSwiftPatch::ShowOwnVersion() {
 }
 
 void frmSwiftPatch::ShowBetaNotice() {
-    MsgBox("You are running a free version of tolvex updater\r\n"
-           "which contains a few debug message boxes.\r\n\r\n"
-           "Beta Version 0." +
-               std::to_string(App::Minor()) + "." + std::to_string(App::Revision()),
-           msgbox::kInformation, "Beta Version");
+    MsgBox(
+        "You are running a free version of tolvex updater\r\n"
+        "which contains a few debug message boxes.\r\n\r\n"
+        "Beta Version 0." +
+            std::to_string(App::Minor()) + "." + std::to_string(App::Revision()),
+        msgbox::kInformation, "Beta Version");
 }
 
 void frmSwiftPatch::ShowAnimation(const std::string& path, const std::string& /*message*/) {
@@ -102,6 +104,7 @@ void frmSwiftPatch::error_Message(std::string& message, std::int16_t style,
             cmdRetry.Enabled = true;
         }
         DoEvents();
+        OfferErrorLog();
         dialog.ShowModal();
         Show();
         cmdClose.Enabled = true;

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
+#include "components/clsSysInfo.h"
 #include "install/modVersion.h"
 #include "mainwindow/check_facts.h"
 #include "net/download_watchdog.h"
@@ -66,6 +68,7 @@ public:
     // install/
     void cmdInstall_Click();
     void cmdClose_Click();
+    void cmdReadLog_Click();
     void Form_QueryUnload(bool& cancel) override;
     void Form_Unload() override;
 
@@ -81,6 +84,8 @@ public:
     DownloadWatchdog watchdog;
     CheckFacts check;
     modVersion::FileVersionRecord stagedVersion;
+    std::optional<clsSysInfo>
+        systemInformation;  ///< Kept for the form's lifetime; nothing reads it.
 
 private:
     void Design();
@@ -89,6 +94,8 @@ private:
     void MakeTopMost();
     void ShowOwnVersion();
     void ShowBetaNotice();
+    /// Shows the button of the error log when there is a log to be read.
+    void OfferErrorLog();
 
     // The steps of tmrCheckVersion_Timer.
     void AnnounceCheck();

@@ -88,6 +88,7 @@ void frmSwiftPatch::WireEvents() {
     tmrCheckVersion.Elapsed = [this] { tmrCheckVersion_Timer(); };
     cmdInstall.Click = [this] { cmdInstall_Click(); };
     cmdRetry.Click = [this] { cmdRetry_Click(); };
+    cmdReadLog.Click = [this] { cmdReadLog_Click(); };
     cmdClose.Click = [this] { cmdClose_Click(); };
     Inet1.StateChanged = [this](int state) {
         Inet1_StateChanged(static_cast<std::int16_t>(state));

@@ -14,13 +14,13 @@
 namespace swiftpatch {
 namespace {
 
-constexpr std::int32_t kTransferTimeout = 15;       // Seconds.
-constexpr std::int32_t kSmallestAnimation = 1636;   // Bytes.
-constexpr std::int16_t kPlainMessage = 0;           // Style of error_Message.
+constexpr std::int32_t kTransferTimeout = 15;      // Seconds.
+constexpr std::int32_t kSmallestAnimation = 1636;  // Bytes.
+constexpr std::int16_t kPlainMessage = 0;          // Style of error_Message.
 
 void ReportInternetError(const RuntimeError& error) {
-    MsgBox("Internet Error: " + std::to_string(error.Number()) + "\r\n\r\n" +
-               error.Description() + "\r\n\r\nSource: [frmSwiftPatch] tmrCheckVersion_Timer()",
+    MsgBox("Internet Error: " + std::to_string(error.Number()) + "\r\n\r\n" + error.Description() +
+               "\r\n\r\nSource: [frmSwiftPatch] tmrCheckVersion_Timer()",
            msgbox::kInformation);
 }
 
@@ -48,9 +48,7 @@ DateTime AsDate(const std::string& text) {
     return *time;
 }
 
-std::int32_t LengthIfThere(const std::string& path) {
-    return FileExists(path) ? FileLen(path) : 0;
-}
+std::int32_t LengthIfThere(const std::string& path) { return FileExists(path) ? FileLen(path) : 0; }
 
 }  // namespace
 
@@ -156,8 +154,7 @@ void frmSwiftPatch::ReadDates() {
     check.serverDateText = GetHTTPFileDate(*this, check.serverUrl);
     check.serverDate = AddMinutes(AsDate(check.serverDateText), offset);
     const std::string staged = AppFile(kStagedBuild);
-    check.ageGap =
-        FileExists(staged) ? MinutesBetween(FileDateTime(staged), check.serverDate) : 1;
+    check.ageGap = FileExists(staged) ? MinutesBetween(FileDateTime(staged), check.serverDate) : 1;
 }
 
 void frmSwiftPatch::ReadLocalBuilds() {
@@ -173,8 +170,8 @@ void frmSwiftPatch::ReadLocalBuilds() {
 }
 
 void frmSwiftPatch::ReportBadDownloadLink() {
-    std::string text = "The download link is invalid.\r\n\r\nThe link: " + check.serverUrl +
-                       " is not available.";
+    std::string text =
+        "The download link is invalid.\r\n\r\nThe link: " + check.serverUrl + " is not available.";
     error_Message(text, kPlainMessage, "Bad Download Link");
     ShowAnimation("", "");
     cmdClose.Enabled = true;

@@ -16,9 +16,9 @@ namespace swiftpatch {
 namespace {
 
 constexpr std::size_t kChunk = 1024;
-constexpr std::int32_t kNoBytes = -1;          // The upper bound of an empty chunk.
+constexpr std::int32_t kNoBytes = -1;           // The upper bound of an empty chunk.
 constexpr std::uint32_t kAnimationPause = 100;  // Milliseconds a chunk.
-constexpr std::int16_t kPlainMessage = 0;      // Style of error_Message.
+constexpr std::int16_t kPlainMessage = 0;       // Style of error_Message.
 
 /// Counts a chunk by its upper bound: one less than its bytes, and one for the empty chunk at the
 /// end. The percentage is computed from this undercount, deliberately.
@@ -173,8 +173,7 @@ void frmSwiftPatch::FollowUp() {
 }
 
 void frmSwiftPatch::ReportDeletionFailure(const RuntimeError& error) {
-    std::string text =
-        "Error: " + std::to_string(error.Number()) + kCrLf + error.Description();
+    std::string text = "Error: " + std::to_string(error.Number()) + kCrLf + error.Description();
     if (error.Number() == error_number::kPathFileAccess) {
         text += "\r\n\r\ntolvex30.exe is probably running.";
     }
