@@ -21,8 +21,9 @@ ProgramTest::~ProgramTest() {
 
 void ProgramTest::Publish(const std::string& bytes, const std::string& lastModified) {
     const headless::Reply reply = headless::FileReply(bytes, lastModified);
-    world.network.Answer(std::string("HEAD ") + kNewBuild, reply);
-    world.network.Answer(std::string("GET ") + kNewBuild, reply);
+    const std::string url = kNewBuild;
+    world.network.Answer("HEAD " + url, reply);
+    world.network.Answer("GET " + url, reply);
 }
 
 void ProgramTest::RunCheck(std::int64_t milliseconds) {
@@ -46,9 +47,8 @@ testing::AssertionResult InOrder(const std::vector<std::string>& lines,
     for (const std::string& line : wanted) {
         at = std::find(at, lines.end(), line);
         if (at == lines.end()) {
-            return testing::AssertionFailure()
-                   << "not there, or not in its place: " << line << "\nin "
-                   << testing::PrintToString(lines);
+            return testing::AssertionFailure() << "not there, or not in its place: " << line
+                                               << "\nin " << testing::PrintToString(lines);
         }
         ++at;
     }

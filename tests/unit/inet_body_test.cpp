@@ -1,0 +1,196 @@
+#include "runtime/events.h"
+#include "unit/inet_test.h"
+
+namespace swiftpatch {
+namespace {
+
+using testing::ElementsAre;
+
+/// Bytes of which no two stretches are alike.
+std::string Bytes(std::size_t count) {
+    std::string bytes;
+    for (std::size_t i = 0; bytes.size() < count; ++i) {
+        bytes += std::to_string(i) + ",";
+    }
+    bytes.resize(count);
+    return bytes;
+}
+
+class InetBody : public InetTest {
+protected:
+    /// The body as it is handed out, and how long each slice was.
+    std::string ReadAll(std::size_t slice = 1024) {
+        std::string body;
+        while (true) {
+            const std::string chunk = inet.GetChunk(slice);
+            sizes.push_back(chunk.size());
+            if (chunk.empty()) {
+                return body;
+            }
+            body += chunk;
+        }
+    }
+
+    std::vector<std::size_t> sizes;
+};
+
+TEST_F(InetBody, SlicesAreWholeAcrossTheBordersOfTheBlocks) {
+    const std::string body = Bytes(5000);
+    StartBody(body, 700);
+    EXPECT_EQ(ReadAll(), body);
+    EXPECT_THAT(sizes, ElementsAre(1024, 1024, 1024, 1024, 904, 0));
+}
+
+TEST_F(InetBody, SlicesAreWholeThoughManyBlocksAreNeededForOne) {
+    const std::string body = Bytes(2500);
+    StartBody(body, 100);
+    world.After(300000, [] { EndRunAtNextPump(); });
+    EXPECT_EQ(ReadAll(), body);
+    EXPECT_THAT(sizes, ElementsAre(1024, 1024, 452, 0));
+}
+
+TEST_F(InetBody, BlockLargerThanASliceIsCut) {
+    const std::string body = Bytes(4096);
+    StartBody(body, 65536);
+    EXPECT_EQ(ReadAll(), body);
+    EXPECT_THAT(sizes, ElementsAre(1024, 1024, 1024, 1024, 0));
+}
+
+TEST_F(InetBody, ThatEndsBeforeItsContentLengthIsALostConnection) {
+    StartBody("abcdef", 3, [](headless::Reply& reply) {
+        reply.headers = "HTTP/1.1 200 OK\r\nContent-Length: 7\r\n";
+    });
+    EXPECT_EQ(inet.GetChunk(1024), "abcdef");
+    EXPECT_EQ(ErrorOf([this] { inet.GetChunk(1024); }), error_number::kRequestTimedOut);
+}
+
+TEST_F(InetBody, WithoutAContentLengthEndsWhereTheServerCloses) {
+    StartBody("abcdef", 3, [](headless::Reply& reply) { reply.headers = "HTTP/1.1 200 OK\r\n"; });
+    EXPECT_EQ(ReadAll(), "abcdef");
+}
+
+TEST_F(InetBody, InChunksOfTheTransferHasNoLengthToMiss) {
+    StartBody("abcdef", 3, [](headless::Reply& reply) {
+        reply.headers = "HTTP/1.1 200 OK\r\nContent-Length: 7\r\nTransfer-Encoding: chunked\r\n";
+    });
+    EXPECT_EQ(ReadAll(), "abcdef");
+}
+
+TEST_F(InetBody, EmptyChunkIsTheEndAndStaysSo) {
+    StartBody("abc", 3);
+    EXPECT_EQ(inet.GetChunk(1024), "abc");
+    EXPECT_EQ(inet.GetChunk(1024), "");
+    EXPECT_EQ(inet.GetChunk(1024), "");
+}
+
+TEST_F(InetBody, EmptyBodyEndsAtOnce) {
+    StartBody("", 16);
+    EXPECT_EQ(inet.GetChunk(1024), "");
+}
+
+TEST_F(InetBody, ReadAheadIsBoundedToTwoBlocks) {
+    StartBody(Bytes(10000), 1000);
+    Pump(500);
+    EXPECT_EQ(world.network.blocksAskedFor, 2U);
+    inet.GetChunk(400);
+    Pump(500);
+    EXPECT_EQ(world.network.blocksAskedFor, 2U) << "the first block is not used up";
+    inet.GetChunk(600);
+    Pump(500);
+    EXPECT_EQ(world.network.blocksAskedFor, 3U);
+}
+
+TEST_F(InetBody, BytesThatAreThereComeWithoutAPump) {
+    StartBody(Bytes(2000), 1000);
+    Pump(100);
+    const std::int64_t pumps = world.pumps;
+    EXPECT_EQ(inet.GetChunk(1024).size(), 1024U);
+    EXPECT_EQ(world.pumps, pumps);
+}
+
+TEST_F(InetBody, WaitingForBytesYields) {
+    StartBody(Bytes(2000), 1000);
+    world.trace.Clear();
+    inet.GetChunk(1024);
+    EXPECT_THAT(world.trace.Lines(), ElementsAre("DoEventsResting"));
+}
+
+TEST_F(InetBody, HeadHasNoBody) {
+    Script("HEAD", headless::FileReply("body"));
+    inet.Execute("host/file", "HEAD");
+    Pump(20);
+    ASSERT_EQ(states.back(), 12);
+    EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35756);
+    EXPECT_EQ(world.network.blocksAskedFor, 0U);
+}
+
+TEST_F(InetBody, NothingCanBeReadBeforeTheAnswer) {
+    EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35756);
+    ScriptSilence();
+    inet.Execute("host/file", "GET");
+    EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35756);
+}
+
+TEST_F(InetBody, LostConnectionHandsOutWhatCameFirst) {
+    const std::string body = Bytes(5000);
+    StartBody(body, 700, [](headless::Reply& reply) { reply.breakAfter = 1500; });
+    EXPECT_EQ(inet.GetChunk(1024), body.substr(0, 1024));
+    EXPECT_EQ(inet.GetChunk(1024), body.substr(1024, 476));
+    EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35758);
+}
+
+TEST_F(InetBody, LostConnectionStaysLost) {
+    StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.breakAfter = 0; });
+    world.After(300000, [] { EndRunAtNextPump(); });
+    EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35758);
+    EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35758);
+}
+
+TEST_F(InetBody, LostConnectionDeliversNoStateAfter12) {
+    StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.breakAfter = 700; });
+    Pump(1000);
+    EXPECT_EQ(states.back(), 12);
+}
+
+TEST_F(InetBody, WhateverEndedItAmidTheBodyIs35758) {
+    StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.stallAfter = 0; });
+    inet.OnFailed(1, error_number::kNoConnection);
+    EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35758);
+}
+
+TEST_F(InetBody, CancelInsideGetChunkIs35756) {
+    StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.stallAfter = 700; });
+    world.After(100, [this] { inet.Cancel(); });
+    EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35756);
+    EXPECT_FALSE(inet.StillExecuting());
+}
+
+TEST_F(InetBody, NextRequestInsideGetChunkEndsTheOldBodyOnly) {
+    StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.stallAfter = 700; });
+    world.network.Answer("GET http://host/next", headless::FileReply("next"));
+    world.After(100, [this] { inet.Execute("host/next", "GET"); });
+    EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35756);
+    Pump(100);
+    EXPECT_EQ(inet.GetChunk(1024), "next");
+}
+
+TEST_F(InetBody, NextRequestInsideGetChunkIsNotReadByTheOldCall) {
+    StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.stallAfter = 700; });
+    world.network.Answer("GET http://host/next", headless::FileReply("next"));
+    world.After(100, [this] {
+        inet.Execute("host/next", "GET");
+        Pump(100);
+        EXPECT_FALSE(inet.StillExecuting());
+    });
+    EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35756);
+    EXPECT_EQ(inet.GetChunk(1024), "next");
+}
+
+TEST_F(InetBody, RunThatEndsLeavesGetChunk) {
+    StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.stallAfter = 700; });
+    world.After(100, [] { EndRunAtNextPump(); });
+    EXPECT_THROW(inet.GetChunk(1024), EndProgram);
+}
+
+}  // namespace
+}  // namespace swiftpatch
