@@ -20,9 +20,10 @@ constexpr std::uint64_t kPadding = 4 * 1024 * 1024;
 constexpr std::uint64_t kDownloadSeconds = 8;
 constexpr std::size_t kLicenceSize = 6000;
 
-// A person reads and thinks; without one, everything happens at once.
+// A person reads and thinks.
 constexpr milliseconds kLongestWait{10 * 60 * 1000};
-constexpr milliseconds kSoon{15000};
+constexpr milliseconds kLongestWaitAlone{90000};
+constexpr milliseconds kSoon{40000};
 
 std::string BuildOf(const Options& options, const std::string& version) {
     return ReadWholeFile(options.fixtures / ("main_" + version + ".exe"));
@@ -112,7 +113,7 @@ void DemoRun::WatchDownload() {
         const std::string text = updater_->Text(kLblStatus);
         return text.find(" % download") != std::string::npos && std::stoi(text) >= kMiddle;
     };
-    Await("the middle of the download", reached, kLongestWait);
+    Await("the middle of the download", reached, LongestWait());
     Picture(kMain, "downloading.png");
     AwaitShown(kLblStatus, "Click on Install Button.");
     Picture(kMain, "ready.png");
@@ -134,7 +135,7 @@ void DemoRun::Leave() {
     if (options_.automatic) {
         updater_->Press(kCmdClose);
     }
-    updater_->AwaitEnd(kLongestWait);
+    updater_->AwaitEnd(LongestWait());
     const MainProgram started(folder_.Path(), kSoon);
     Await(
         "the new main program's window", [&] { return started.Window() != nullptr; }, kSoon);
@@ -149,18 +150,22 @@ void DemoRun::CheckResult() const {
             "the new main program was not started");
 }
 
+milliseconds DemoRun::LongestWait() const {
+    return options_.automatic ? kLongestWaitAlone : kLongestWait;
+}
+
 void DemoRun::AwaitShown(const Control& control, const std::string& text) const {
     const auto shown = [&] {
-        return updater_->Text(control) == text || !updater_->Running().Running();
+        const std::vector<std::string> texts = transcript_->TextsOf(control);
+        return (!texts.empty() && texts.back() == text) || !updater_->Running().Running();
     };
-    const bool there = WaitUntil(shown, options_.automatic ? milliseconds(60000) : kLongestWait) &&
-                       updater_->Running().Running();
+    const bool there = WaitUntil(shown, LongestWait()) && updater_->Running().Running();
     Require(there, std::string(control.name) + " never showed \"" + OneLine(text) + "\"; " +
                        updater_->Describe());
 }
 
 void DemoRun::Confirm(const std::string& what) {
-    const Box box = updater_->AwaitMessageBox(kLongestWait);
+    const Box box = updater_->AwaitMessageBox(LongestWait());
     Say("  The box that says " + what);
     if (options_.automatic) {
         Await(

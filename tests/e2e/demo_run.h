@@ -32,6 +32,7 @@ private:
     void Leave();
     void CheckResult() const;
 
+    milliseconds LongestWait() const;
     /// Waits for a text, for as long as a person may take.
     void AwaitShown(const Control& control, const std::string& text) const;
     /// Presses OK where nobody else does.

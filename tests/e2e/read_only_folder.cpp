@@ -54,7 +54,7 @@ bool Writable(const fs::path& folder) {
 
 ReadOnlyFolder::ReadOnlyFolder(const fs::path& folder)
     : folder_(folder), marker_(folder.parent_path() / (folder.filename().native() + L".locked")) {
-    constexpr milliseconds kLongestStart{5000};
+    constexpr milliseconds kLongestStart{20000};
     WriteWholeFile(marker_, "");
     RunScript(folder_, marker_);
     effective_ = WaitUntil([this] { return !Writable(folder_); }, kLongestStart);

@@ -10,7 +10,7 @@
 namespace swiftpatch::e2e {
 namespace {
 
-constexpr milliseconds kLongestStart{30000};
+constexpr milliseconds kLongestStart{40000};
 constexpr milliseconds kLongestStage{40000};
 constexpr milliseconds kLongestReaction{10000};
 // The licence text counts as a sign of life of the server from 4000 bytes on.
@@ -98,7 +98,10 @@ void UpdateRun::Publish(const std::string& version) { Publish(BuildReply(version
 void UpdateRun::Publish(const Reply& build) {
     server_.On(kBuildTarget, build);
     server_.On(kLicenceTarget, Plain(std::string(kLicenceSize, 'L')));
-    server_.On(kAnimationTarget, Plain(fixtures::MakeAnimation(kAnimationFrames)));
+    Reply animation = Plain(fixtures::MakeAnimation(kAnimationFrames));
+    // So that the text before its answer can be seen.
+    animation.delay = milliseconds(300);
+    server_.On(kAnimationTarget, animation);
 }
 
 void UpdateRun::Install(const std::string& version) const {

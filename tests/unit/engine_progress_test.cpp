@@ -20,8 +20,6 @@ TEST_F(DownloadProgress, CountsOneLessAChunkAndOneForTheEmptyOne) {
 }
 
 TEST_F(DownloadProgress, Counts1023ForAFullChunk) {
-    // 1023, 2046, 3069 and 3070 of 102400: were 1024 counted, the third one would show 3 as well,
-    // but the last one would not differ from it by a whole byte.
     EXPECT_EQ(Shown(204, 2048), (Texts{"501", "1003", "1003"}));
 }
 
@@ -69,9 +67,11 @@ TEST_F(DownloadProgress, OfAnEmptyBodyWritesAnEmptyFile) {
 }
 
 TEST_F(DownloadProgress, Of32767PerCentIsTheLargest) {
-    // 1023 + 2255 bytes less one, and one for the empty chunk.
-    world.user.AtDialog("frmRunning", [](Form& form) { form.Unload(); });
-    EXPECT_EQ(Shown(10, 4096), (Texts{"10230", "20460", "30690"}));
+    // 32 full chunks count 32736, the 32 bytes behind them 31, the empty chunk one too many.
+    ExpectReport("Internet Connection Timeout", BrokenTransfer("6\r\nOverflow"));
+    const Texts shown = Shown(100, 32 * 1024 + 32);
+    ASSERT_EQ(shown.size(), 33U);
+    EXPECT_EQ(shown.back(), "32767");
 }
 
 TEST_F(DownloadProgress, Over32767PerCentIsAnOverflow) {

@@ -109,7 +109,7 @@ TEST_F(InetBody, BytesThatAreThereComeWithoutAPump) {
 }
 
 TEST_F(InetBody, WaitingForBytesYields) {
-    StartBody(Bytes(2000), 1000);
+    StartBody(Bytes(2000), 300);
     world.trace.Clear();
     inet.GetChunk(1024);
     EXPECT_THAT(world.trace.Lines(), ElementsAre("DoEventsResting"));
