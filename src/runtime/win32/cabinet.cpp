@@ -1,7 +1,9 @@
 #include "runtime/cabinet.h"
 
 #include <cstddef>
+#include <set>
 
+#include "runtime/win32/cabinet_header.h"
 #include "runtime/win32/system_time.h"
 #include "runtime/win32/win32.h"
 
@@ -29,14 +31,43 @@ static_assert(cabinet_answer::kSkip == FILEOP_SKIP);
 
 using IterateFunction = decltype(&::SetupIterateCabinetA);
 
+/// The callback of one walk, and what the walk has come to.
 struct Walk {
     CabinetCallback callback;
     void* context;
+    unsigned told = 0;       ///< Files that the callback was asked about.
+    unsigned begun = 0;      ///< Files that it wants to be extracted.
+    unsigned extracted = 0;  ///< Files that were.
+    std::set<std::string> cabinetsAskedFor;
+    bool nextIsMissing = false;
 };
 
+/// The iterator asks for the same cabinet again and again when it cannot use the one that lies
+/// beside the first; a set that is whole makes it ask once for each.
+UINT AnswerToNextCabinet(Walk& walk, UINT_PTR param, UINT answer) {
+    const auto& info = *reinterpret_cast<const CABINET_INFO_A*>(param);
+    walk.nextIsMissing = !walk.cabinetsAskedFor.insert(info.CabinetFile).second;
+    return walk.nextIsMissing ? ERROR_FILE_NOT_FOUND : answer;
+}
+
 UINT CALLBACK HandOver(PVOID context, UINT notification, UINT_PTR param1, UINT_PTR param2) {
-    const Walk& walk = *static_cast<const Walk*>(context);
-    return walk.callback(walk.context, notification, param1, param2);
+    Walk& walk = *static_cast<Walk*>(context);
+    const UINT answer = walk.callback(walk.context, notification, param1, param2);
+    if (notification == SPFILENOTIFY_FILEINCABINET) {
+        ++walk.told;
+        walk.begun += answer == FILEOP_DOIT ? 1 : 0;
+    } else if (notification == SPFILENOTIFY_FILEEXTRACTED) {
+        ++walk.extracted;
+    } else if (notification == SPFILENOTIFY_NEEDNEWCABINET) {
+        return AnswerToNextCabinet(walk, param1, answer);
+    }
+    return answer;
+}
+
+/// True when all was told and extracted. Some platforms' iterator says that it went well although
+/// it stopped at damaged data. Files that go on from a cabinet before this one may be left out.
+bool IsComplete(const Walk& walk, const CabinetHeader& header) {
+    return walk.extracted >= walk.begun && (header.hasPrevious || walk.told >= header.files);
 }
 
 /// The library is loaded when the first cabinet is walked, because the program has to start on
@@ -68,15 +99,27 @@ IterateFunction FindIterate() {
 
 bool SetupIterateCabinetA(const std::string& cabinet, CabinetCallback callback, void* context,
                           std::uint32_t& lastError) {
-    Walk walk{callback, context};
-    const IterateFunction iterate = FindIterate();
-    // Some failures leave the last error as it was; what an earlier call left would mislead.
-    if (iterate != nullptr) {
-        ::SetLastError(ERROR_SUCCESS);
+    CabinetHeader header;
+    lastError = ReadCabinetHeader(cabinet, header);
+    if (lastError != ERROR_SUCCESS) {
+        return false;
     }
-    const bool done = iterate != nullptr && iterate(cabinet.c_str(), 0, HandOver, &walk);
+    const IterateFunction iterate = FindIterate();
+    if (iterate == nullptr) {
+        lastError = ::GetLastError();
+        return false;
+    }
+    Walk walk{callback, context};
+    // Some failures leave the last error as it was; what an earlier call left would mislead.
+    ::SetLastError(ERROR_SUCCESS);
+    const bool done = iterate(cabinet.c_str(), 0, HandOver, &walk) != FALSE;
     lastError = done ? ERROR_SUCCESS : ::GetLastError();
-    return done;
+    if (walk.nextIsMissing) {
+        lastError = ERROR_FILE_NOT_FOUND;
+    } else if (done && !IsComplete(walk, header)) {
+        lastError = ERROR_INVALID_DATA;
+    }
+    return done && lastError == ERROR_SUCCESS;
 }
 
 std::optional<DateTime> FromDosDateTime(std::uint16_t date, std::uint16_t time) {

@@ -1,0 +1,49 @@
+#include "components/folders.h"
+
+#include "runtime/files.h"
+#include "runtime/runtime_error.h"
+#include "runtime/strings.h"
+
+namespace swiftpatch {
+namespace {
+
+/// 0, or the number of the error that making the folder raised.
+std::int32_t ErrorOfMkDir(const std::string& path) {
+    try {
+        MkDir(path);
+        return 0;
+    } catch (const RuntimeError& error) {
+        return error.Number();
+    }
+}
+
+/// Also where the folder exists but may not be created, as at the root of a drive, the error is
+/// 75; a folder that really is missing is found out when the file in it is opened.
+bool IsThere(std::int32_t error) { return error == 0 || error == error_number::kPathFileAccess; }
+
+/// Levels that no folder is made for: "C:", and server and share of "\\server\share\...".
+bool IsDrivePart(const std::string& path, std::size_t index, const std::string& level) {
+    constexpr std::size_t kShare = 3;
+    return level.empty() || level.ends_with(':') || (path.starts_with("\\\\") && index <= kShare);
+}
+
+bool MakeEachLevel(const std::string& path) {
+    const std::vector<std::string> levels = Split(path, '\\');
+    std::string reached;
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        reached += (i == 0 ? "" : "\\") + levels[i];
+        if (!IsDrivePart(path, i, levels[i]) && !IsThere(ErrorOfMkDir(reached))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+bool MakeFolders(const std::string& path) {
+    const std::int32_t error = ErrorOfMkDir(path);
+    return error == error_number::kPathNotFound ? MakeEachLevel(path) : IsThere(error);
+}
+
+}  // namespace swiftpatch

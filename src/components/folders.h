@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+namespace swiftpatch {
+
+/// Makes a folder together with all folders around it; one that is there already is as good.
+/// False when it could not be made. Levels are separated by "\"; a drive or a network share at the
+/// front is no level.
+bool MakeFolders(const std::string& path);
+
+}  // namespace swiftpatch

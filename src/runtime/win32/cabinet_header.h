@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "runtime/win32/win32.h"
+
+namespace swiftpatch {
+
+/// What a cabinet says about itself at its start.
+struct CabinetHeader {
+    unsigned files = 0;        ///< Files in this cabinet.
+    bool hasPrevious = false;  ///< It goes on from another cabinet.
+};
+
+/// Reads the header. Returns 0 or the number of the platform's error; ERROR_INVALID_DATA for a file
+/// that is no cabinet.
+DWORD ReadCabinetHeader(const std::string& path, CabinetHeader& header);
+
+}  // namespace swiftpatch
