@@ -80,7 +80,9 @@ TEST(CabFileSpanning, NextCabinetThatIsNoneEndsWithAnError) {
     for (const std::string& bytes : {std::string(), std::string("no cabinet"), Pair().First(),
                                      Pair().Second().substr(0, 60)}) {
         place.Put("second.cab", bytes);
-        EXPECT_NE(OutcomeOf([&] { cab.Extract(place.Out()); }).number, 0);
+        EXPECT_NE(OutcomeOf([&] { cab.Extract(place.Out()); }).number, 0)
+            << testing::PrintToString(bytes);
+        EXPECT_NE(ReadFile(place.Out() + "\\spanned.txt"), Pair().spanned);
     }
 }
 

@@ -11,7 +11,8 @@ class CabinetWalk : public CabinetTest {
 protected:
     /// The error of each method, in the order FileCount, Extract, GetInfo, GetXML.
     std::vector<RuntimeError> ErrorsOfAll() {
-        return {ErrorRaisedBy([&] { cab.FileCount(); }), ErrorRaisedBy([&] { cab.Extract("C:\\Out"); }),
+        return {ErrorRaisedBy([&] { cab.FileCount(); }),
+                ErrorRaisedBy([&] { cab.Extract("C:\\Out"); }),
                 ErrorRaisedBy([&] { cab.GetInfo(); }), ErrorRaisedBy([&] { cab.GetXML(); })};
     }
 };

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "runtime/win32/cabinet_header.h"
+#include "runtime/win32/handle.h"
 #include "runtime/win32/system_time.h"
 #include "runtime/win32/win32.h"
 
@@ -35,33 +36,65 @@ using IterateFunction = decltype(&::SetupIterateCabinetA);
 struct Walk {
     CabinetCallback callback;
     void* context;
-    unsigned told = 0;       ///< Files that the callback was asked about.
-    unsigned begun = 0;      ///< Files that it wants to be extracted.
-    unsigned extracted = 0;  ///< Files that were.
-    std::set<std::string> cabinetsAskedFor;
+    unsigned told = 0;           ///< Files that the callback was asked about.
+    unsigned begun = 0;          ///< Files that it wants to be extracted.
+    unsigned extracted = 0;      ///< Files that were.
+    std::uint32_t fileSize = 0;  ///< Of the file that is being extracted.
+    std::set<std::string> cabinetsAskedFor{};
     bool nextIsMissing = false;
 };
 
+UINT FileInCabinet(Walk& walk, UINT_PTR param) {
+    const UINT answer = walk.callback(walk.context, SPFILENOTIFY_FILEINCABINET, param, 0);
+    ++walk.told;
+    if (answer == FILEOP_DOIT) {
+        ++walk.begun;
+        walk.fileSize = reinterpret_cast<const FILE_IN_CABINET_INFO_A*>(param)->FileSize;
+    }
+    return answer;
+}
+
+bool HasSize(const char* path, std::uint32_t size) {
+    WIN32_FIND_DATAA entry{};
+    const UniqueFind search(::FindFirstFileA(path, &entry));
+    return search && entry.nFileSizeHigh == 0 && entry.nFileSizeLow == size;
+}
+
+/// A file of another size than the cabinet says is not extracted, whatever the iterator says.
+UINT FileExtracted(Walk& walk, UINT_PTR param) {
+    FILEPATHS_A paths = *reinterpret_cast<const FILEPATHS_A*>(param);
+    if (paths.Win32Error == ERROR_SUCCESS && !HasSize(paths.Target, walk.fileSize)) {
+        paths.Win32Error = ERROR_INVALID_DATA;
+    }
+    walk.extracted += paths.Win32Error == ERROR_SUCCESS ? 1 : 0;
+    return walk.callback(walk.context, SPFILENOTIFY_FILEEXTRACTED,
+                         reinterpret_cast<UINT_PTR>(&paths), 0);
+}
+
 /// The iterator asks for the same cabinet again and again when it cannot use the one that lies
 /// beside the first; a set that is whole makes it ask once for each.
-UINT AnswerToNextCabinet(Walk& walk, UINT_PTR param, UINT answer) {
-    const auto& info = *reinterpret_cast<const CABINET_INFO_A*>(param);
-    walk.nextIsMissing = !walk.cabinetsAskedFor.insert(info.CabinetFile).second;
-    return walk.nextIsMissing ? ERROR_FILE_NOT_FOUND : answer;
+UINT NextCabinet(Walk& walk, UINT_PTR param1, UINT_PTR param2) {
+    const UINT answer = walk.callback(walk.context, SPFILENOTIFY_NEEDNEWCABINET, param1, param2);
+    const auto& info = *reinterpret_cast<const CABINET_INFO_A*>(param1);
+    if (walk.cabinetsAskedFor.insert(info.CabinetFile).second) {
+        return answer;
+    }
+    walk.nextIsMissing = true;
+    return ERROR_FILE_NOT_FOUND;
 }
 
 UINT CALLBACK HandOver(PVOID context, UINT notification, UINT_PTR param1, UINT_PTR param2) {
     Walk& walk = *static_cast<Walk*>(context);
-    const UINT answer = walk.callback(walk.context, notification, param1, param2);
-    if (notification == SPFILENOTIFY_FILEINCABINET) {
-        ++walk.told;
-        walk.begun += answer == FILEOP_DOIT ? 1 : 0;
-    } else if (notification == SPFILENOTIFY_FILEEXTRACTED) {
-        ++walk.extracted;
-    } else if (notification == SPFILENOTIFY_NEEDNEWCABINET) {
-        return AnswerToNextCabinet(walk, param1, answer);
+    switch (notification) {
+        case SPFILENOTIFY_FILEINCABINET:
+            return FileInCabinet(walk, param1);
+        case SPFILENOTIFY_FILEEXTRACTED:
+            return FileExtracted(walk, param1);
+        case SPFILENOTIFY_NEEDNEWCABINET:
+            return NextCabinet(walk, param1, param2);
+        default:
+            return walk.callback(walk.context, notification, param1, param2);
     }
-    return answer;
 }
 
 /// True when all was told and extracted. Some platforms' iterator says that it went well although
