@@ -19,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kRuns = 3;
+constexpr int kRuns = 5;
 
 UINT CALLBACK ExtractEverything(PVOID context, UINT notification, UINT_PTR param1,
                                 UINT_PTR /*param2*/) {

@@ -8,7 +8,6 @@
 #include "components/folders.h"
 #include "components/system_error_text.h"
 #include "components/xml_element.h"
-#include "runtime/files.h"
 #include "runtime/runtime_error.h"
 #include "runtime/strings.h"
 
@@ -24,7 +23,6 @@ constexpr auto kWalkUnderWay = static_cast<std::int32_t>(kObjectError + 1957);
 
 // The platform's numbers for what can go wrong with a single file.
 constexpr std::int32_t kPathNotFound = 3;   // ERROR_PATH_NOT_FOUND
-constexpr std::int32_t kAccessDenied = 5;   // ERROR_ACCESS_DENIED
 constexpr std::int32_t kCannotMake = 82;    // ERROR_CANNOT_MAKE
 constexpr std::int32_t kNameTooLong = 111;  // ERROR_BUFFER_OVERFLOW
 constexpr std::int32_t kInvalidName = 123;  // ERROR_INVALID_NAME
@@ -60,17 +58,6 @@ std::string TimeText(DateTime time) {
     return ZeroPadded(parts.year, 4) + "-" + ZeroPadded(parts.month, 2) + "-" +
            ZeroPadded(parts.day, 2) + " " + ZeroPadded(parts.hour, 2) + ":" +
            ZeroPadded(parts.minute, 2) + ":" + ZeroPadded(parts.second, 2);
-}
-
-/// Deletes the file that another one is to be extracted over: not every platform's iterator cuts
-/// a longer file to its new length. False when it cannot be deleted.
-bool MakeRoomAt(const std::string& target) {
-    try {
-        Kill(target);
-        return true;
-    } catch (const RuntimeError& error) {
-        return error.Number() == error_number::kFileNotFound;
-    }
 }
 
 /// Raises an event that may have no listener. A copy is called, because a listener may set the
@@ -122,6 +109,7 @@ void CabFile::Extract(const std::string& outputPath, const std::string& fileToEx
     outputPath_ = Replace(outputPath, "/", "\\");
     wanted_ = fileToExtract;
     firstFailure_ = 0;
+    folderMade_.clear();
     Walk(CabMode::kExtract, kSource);
     if (firstFailure_ != 0) {
         throw PlatformError(firstFailure_, kSource);
@@ -156,6 +144,17 @@ std::uint32_t CabFile::LeaveOut(std::int32_t error) {
     return cabinet_answer::kSkip;
 }
 
+bool CabFile::MakeFolderOf(const std::string& target) {
+    const std::string folder = target.substr(0, target.rfind('\\'));
+    // Most files lie beside the one before.
+    if (folder == folderMade_ || folder.empty()) {
+        return true;
+    }
+    const bool made = MakeFolders(folder);
+    folderMade_ = made ? folder : "";
+    return made;
+}
+
 std::uint32_t CabFile::ExtractFile(FileInCabinetInfoA& file) {
     const std::string name = NameOf(file);
     if (!IsWanted(name, wanted_)) {
@@ -173,12 +172,8 @@ std::uint32_t CabFile::ExtractFile(FileInCabinetInfoA& file) {
     if (cancel) {
         return cabinet_answer::kSkip;
     }
-    const std::string folder = target->substr(0, target->rfind('\\'));
-    if (!folder.empty() && !MakeFolders(folder)) {
+    if (!MakeFolderOf(*target)) {
         return LeaveOut(kCannotMake);
-    }
-    if (!MakeRoomAt(*target)) {
-        return LeaveOut(kAccessDenied);
     }
     file.fullTargetName[target->copy(file.fullTargetName, target->size())] = '\0';
     return cabinet_answer::kExtract;

@@ -54,8 +54,8 @@ public:
     /// to case, into the folder `outputPath` and folders below it, which are made where they are
     /// missing. Existing files are replaced. Nothing is ever written outside that folder: a
     /// file with a name that would lead there is left out, and so is one whose name is too long or
-    /// whose folder cannot be made or whose place cannot be cleared; once all others are extracted
-    /// the first such failure is raised (123, 111, 82, 5). Raises 3 for an empty `outputPath`.
+    /// whose folder cannot be made; once all others are extracted the first such failure is raised
+    /// (123, 111, 82). Raises 3 for an empty `outputPath`.
     void Extract(const std::string& outputPath, const std::string& fileToExtract = {});
 
     /// Raises FileFound for all files, or for those that `fileToInvestigate` names (as in Extract),
@@ -76,12 +76,14 @@ private:
     void Begin() const;
     void Walk(CabMode mode, const std::string& source);
     std::uint32_t LeaveOut(std::int32_t error);
+    bool MakeFolderOf(const std::string& target);
 
     std::int32_t fileCount_ = 0;
     std::string xml_;
     std::vector<CabFileInfo> found_;
     std::string outputPath_;
     std::string wanted_;
+    std::string folderMade_;
     std::int32_t firstFailure_ = 0;
 };
 

@@ -49,9 +49,9 @@ using CabinetCallback = std::uint32_t (*)(void* context, std::uint32_t notificat
 
 /// Walks through a cabinet (the platform's function of this name). Every notification is handed
 /// to `callback` with `context`. False when the walk failed or an answer ended it; `lastError` is
-/// the platform's last error then. A walk that stopped early although the platform says that it
-/// went well has failed, too, with ERROR_INVALID_DATA; one that lacks the next cabinet of a set
-/// with ERROR_FILE_NOT_FOUND. A machine without the platform's library
+/// the platform's last error then, ERROR_INVALID_DATA where it left none. A walk that stopped early
+/// although the platform says that it went well has failed, too; so has one that lacks the next
+/// cabinet of a set (ERROR_FILE_NOT_FOUND). A machine without the platform's library
 /// for cabinets fails every walk.
 bool SetupIterateCabinetA(const std::string& cabinet, CabinetCallback callback, void* context,
                           std::uint32_t& lastError);

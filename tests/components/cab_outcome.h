@@ -24,6 +24,7 @@ inline Outcome OutcomeOf(const std::function<void()>& action) {
         action();
     } catch (const RuntimeError& error) {
         EXPECT_TRUE(error.Source().starts_with("CabFile")) << error.Source();
+        EXPECT_NE(error.Number(), 0);
         EXPECT_EQ(error.Description(), SystemErrorText(error.Number()));
         return {error.Number(), error.Description()};
     }

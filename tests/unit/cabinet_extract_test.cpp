@@ -127,23 +127,24 @@ TEST_F(CabinetExtract, FileThatThePlatformCouldNotWriteEndsTheWalkWithItsError) 
     EXPECT_THAT(Answers(19), ElementsAre("112"));
 }
 
-TEST_F(CabinetExtract, ExistingFileIsDeletedFirst) {
-    Add("one.txt", "new");
-    world.disk.Add("C:\\Out\\one.txt", {"a longer old one", {}});
+TEST_F(CabinetExtract, FolderOfManyFilesIsMadeOnce) {
+    for (const char* name : {"a\\1", "a\\2", "b\\3", "a\\4"}) {
+        Add(name);
+    }
     cab.Extract("C:\\Out");
-    EXPECT_EQ(BytesOf("C:\\Out\\one.txt"), "new");
-    EXPECT_TRUE(world.trace.Contains("Kill C:\\Out\\one.txt"));
+    EXPECT_THAT(FoldersMade(),
+                ElementsAre("MkDir C:\\Out\\a", "MkDir C:\\Out\\b", "MkDir C:\\Out\\a"));
+    world.trace.Clear();
+    cab.Extract("C:\\Out", "1");
+    EXPECT_THAT(FoldersMade(), ElementsAre("MkDir C:\\Out\\a"));
 }
 
-TEST_F(CabinetExtract, FileThatCannotBeReplacedStaysAndTheOthersAreExtracted) {
-    Add("one.txt", "new");
-    Add("two.txt", "2");
-    world.disk.Add("C:\\Out\\one.txt", {.bytes = "old", .held = true});
-    const RuntimeError error = ErrorRaisedBy([&] { cab.Extract("C:\\Out"); });
-    EXPECT_EQ(error.Number(), 5);
-    EXPECT_EQ(error.Description(), "Access is denied.");
-    EXPECT_EQ(BytesOf("C:\\Out\\one.txt"), "old");
-    EXPECT_EQ(BytesOf("C:\\Out\\two.txt"), "2");
+TEST_F(CabinetExtract, FolderThatCouldNotBeMadeIsTriedAgainForTheNextFile) {
+    Add("a\\1", "1");
+    Add("a\\2", "2");
+    world.disk.Fail("MkDir", error_number::kDiskNotReady);
+    EXPECT_EQ(ErrorRaisedBy([&] { cab.Extract("C:\\Out"); }).Number(), 82);
+    EXPECT_THAT(world.disk.Names(), ElementsAre("c:\\out\\a\\2"));
 }
 
 TEST_F(CabinetExtract, EmptyOutputPathIsNoFolder) {

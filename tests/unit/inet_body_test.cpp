@@ -44,7 +44,6 @@ TEST_F(InetBody, SlicesAreWholeAcrossTheBordersOfTheBlocks) {
 TEST_F(InetBody, SlicesAreWholeThoughManyBlocksAreNeededForOne) {
     const std::string body = Bytes(2500);
     StartBody(body, 100);
-    world.After(300000, [] { EndRunAtNextPump(); });
     EXPECT_EQ(ReadAll(), body);
     EXPECT_THAT(sizes, ElementsAre(1024, 1024, 452, 0));
 }
@@ -141,7 +140,6 @@ TEST_F(InetBody, LostConnectionHandsOutWhatCameFirst) {
 
 TEST_F(InetBody, LostConnectionStaysLost) {
     StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.breakAfter = 0; });
-    world.After(300000, [] { EndRunAtNextPump(); });
     EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35758);
     EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35758);
 }
@@ -150,6 +148,39 @@ TEST_F(InetBody, LostConnectionDeliversNoStateAfter12) {
     StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.breakAfter = 700; });
     Pump(1000);
     EXPECT_EQ(states.back(), 12);
+}
+
+TEST_F(InetBody, OrderlyCloseBeforeThePromisedLengthIsALostConnection) {
+    StartBody(Bytes(1500), 700,
+              [](headless::Reply& reply) { reply.headers = "H\r\nContent-Length: 1501\r\n"; });
+    EXPECT_EQ(inet.GetChunk(1024).size(), 1024U);
+    EXPECT_EQ(inet.GetChunk(1024).size(), 476U);
+    EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35758);
+}
+
+TEST_F(InetBody, EndBeyondThePromisedLengthIsTheEnd) {
+    const std::string body = Bytes(1500);
+    StartBody(body, 700,
+              [](headless::Reply& reply) { reply.headers = "H\r\nContent-Length: 1499\r\n"; });
+    EXPECT_EQ(ReadAll(), body);
+}
+
+TEST_F(InetBody, EndOfABodyThatPromisesNoLengthIsTheEnd) {
+    const std::string body = Bytes(1500);
+    for (const char* headers : {"H\r\n", "H\r\nContent-Length: many\r\n",
+                                "H\r\nContent-Length: 9000\r\nTransfer-Encoding: chunked\r\n"}) {
+        StartBody(body, 700, [headers](headless::Reply& reply) { reply.headers = headers; });
+        EXPECT_EQ(ReadAll(), body) << headers;
+    }
+}
+
+TEST_F(InetBody, PromisedLengthCountsForEachBodyAnew) {
+    StartBody("first", 5);
+    EXPECT_EQ(ReadAll(), "first");
+    StartBody("next", 4,
+              [](headless::Reply& reply) { reply.headers = "H\r\nContent-Length: 5\r\n"; });
+    EXPECT_EQ(inet.GetChunk(1024), "next");
+    EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35758);
 }
 
 TEST_F(InetBody, WhateverEndedItAmidTheBodyIs35758) {

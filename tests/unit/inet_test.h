@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "headless/world.h"
+#include "runtime/events.h"
 #include "runtime/inet.h"
 #include "runtime/runtime_error.h"
 
@@ -27,6 +28,8 @@ inline std::int32_t ErrorOf(const std::function<void()>& action) {
 class InetTest : public testing::Test {
 protected:
     InetTest() {
+        // Ends a test whose wait would last for ever.
+        world.AtPump(2000000, [] { EndRunAtNextPump(); });
         inet.StateChanged = [this](int state) { states.push_back(state); };
     }
 

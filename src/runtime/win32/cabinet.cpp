@@ -44,20 +44,30 @@ struct Walk {
     bool nextIsMissing = false;
 };
 
+UniqueFile Open(const char* path, DWORD access, DWORD disposition) {
+    return UniqueFile(::CreateFileA(path, access, FILE_SHARE_READ, nullptr, disposition,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+/// Not every iterator cuts a longer file to its new length; so an empty one is put there. Where
+/// that fails, the iterator fails, too, and says why.
+void MakeEmpty(const char* path) { Open(path, GENERIC_WRITE, CREATE_ALWAYS); }
+
+bool HasSize(const char* path, DWORD size) {
+    const UniqueFile file = Open(path, GENERIC_READ, OPEN_EXISTING);
+    return file && ::GetFileSize(file.Get(), nullptr) == size;
+}
+
 UINT FileInCabinet(Walk& walk, UINT_PTR param) {
     const UINT answer = walk.callback(walk.context, SPFILENOTIFY_FILEINCABINET, param, 0);
     ++walk.told;
     if (answer == FILEOP_DOIT) {
         ++walk.begun;
-        walk.fileSize = reinterpret_cast<const FILE_IN_CABINET_INFO_A*>(param)->FileSize;
+        const auto& file = *reinterpret_cast<const FILE_IN_CABINET_INFO_A*>(param);
+        walk.fileSize = file.FileSize;
+        MakeEmpty(file.FullTargetName);
     }
     return answer;
-}
-
-bool HasSize(const char* path, std::uint32_t size) {
-    WIN32_FIND_DATAA entry{};
-    const UniqueFind search(::FindFirstFileA(path, &entry));
-    return search && entry.nFileSizeHigh == 0 && entry.nFileSizeLow == size;
 }
 
 /// A file of another size than the cabinet says is not extracted, whatever the iterator says.
@@ -149,10 +159,10 @@ bool SetupIterateCabinetA(const std::string& cabinet, CabinetCallback callback, 
     lastError = done ? ERROR_SUCCESS : ::GetLastError();
     if (walk.nextIsMissing) {
         lastError = ERROR_FILE_NOT_FOUND;
-    } else if (done && !IsComplete(walk, header)) {
+    } else if (lastError == ERROR_SUCCESS && !(done && IsComplete(walk, header))) {
         lastError = ERROR_INVALID_DATA;
     }
-    return done && lastError == ERROR_SUCCESS;
+    return lastError == ERROR_SUCCESS;
 }
 
 std::optional<DateTime> FromDosDateTime(std::uint16_t date, std::uint16_t time) {
