@@ -228,7 +228,10 @@ void UpdateRun::ExpectBoxes(const std::vector<std::string>& titles) const {
 
 void UpdateRun::ExpectStopped() const {
     updater_->AwaitEnabled(kCmdClose, kLongestReaction);
-    EXPECT_FALSE(updater_->Checked(kChkRunTolvex));
+    // The mark goes a moment after the button can be pressed.
+    Await(
+        "the check box without its mark", [this] { return !updater_->Checked(kChkRunTolvex); },
+        kLongestReaction);
     EXPECT_FALSE(updater_->Visible(kAnimation1));
     EXPECT_FALSE(updater_->Visible(kProgressBar1));
     EXPECT_EQ(updater_->Text(kLblStatus), "Update disabled.");
