@@ -150,14 +150,6 @@ TEST_F(InetBody, LostConnectionDeliversNoStateAfter12) {
     EXPECT_EQ(states.back(), 12);
 }
 
-TEST_F(InetBody, OrderlyCloseBeforeThePromisedLengthIsALostConnection) {
-    StartBody(Bytes(1500), 700,
-              [](headless::Reply& reply) { reply.headers = "H\r\nContent-Length: 1501\r\n"; });
-    EXPECT_EQ(inet.GetChunk(1024).size(), 1024U);
-    EXPECT_EQ(inet.GetChunk(1024).size(), 476U);
-    EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35758);
-}
-
 TEST_F(InetBody, EndBeyondThePromisedLengthIsTheEnd) {
     const std::string body = Bytes(1500);
     StartBody(body, 700,
@@ -167,8 +159,7 @@ TEST_F(InetBody, EndBeyondThePromisedLengthIsTheEnd) {
 
 TEST_F(InetBody, EndOfABodyThatPromisesNoLengthIsTheEnd) {
     const std::string body = Bytes(1500);
-    for (const char* headers : {"H\r\n", "H\r\nContent-Length: many\r\n",
-                                "H\r\nContent-Length: 9000\r\nTransfer-Encoding: chunked\r\n"}) {
+    for (const char* headers : {"H\r\n", "H\r\nContent-Length: many\r\n"}) {
         StartBody(body, 700, [headers](headless::Reply& reply) { reply.headers = headers; });
         EXPECT_EQ(ReadAll(), body) << headers;
     }
@@ -205,16 +196,20 @@ TEST_F(InetBody, NextRequestInsideGetChunkEndsTheOldBodyOnly) {
     EXPECT_EQ(inet.GetChunk(1024), "next");
 }
 
-TEST_F(InetBody, NextRequestInsideGetChunkIsNotReadByTheOldCall) {
+TEST_F(InetBody, NextRequestInsideGetChunkIsNotWaitedForByTheOldCall) {
     StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.stallAfter = 700; });
-    world.network.Answer("GET http://host/next", headless::FileReply("next"));
+    headless::Reply next = headless::FileReply("next and more");
+    next.stallAfter = 4;
+    world.network.Answer("GET http://host/next", next);
+    const std::int64_t start = world.uptime;
     world.After(100, [this] {
         inet.Execute("host/next", "GET");
         Pump(100);
         EXPECT_FALSE(inet.StillExecuting());
     });
     EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35756);
-    EXPECT_EQ(inet.GetChunk(1024), "next");
+    EXPECT_LT(world.uptime - start, 1000);
+    EXPECT_EQ(inet.GetChunk(4), "next");
 }
 
 TEST_F(InetBody, RunThatEndsLeavesGetChunk) {
