@@ -4,6 +4,7 @@
 #include "mainwindow/frmSwiftPatch.h"
 #include "runtime/app.h"
 #include "runtime/files.h"
+#include "runtime/flag_while.h"
 #include "runtime/msgbox.h"
 #include "runtime/strings.h"
 
@@ -28,6 +29,12 @@ std::string InstalledVersion() {
 }  // namespace
 
 void frmSwiftPatch::cmdInstall_Click() {
+    // The install yields while the program is being closed. Pressed again then, it would end with a
+    // backup of the new build in place of the old one.
+    if (installing_) {
+        return;
+    }
+    const FlagWhile installing(installing_);
     try {
         InstallStagedBuild();
     } catch (const RuntimeError&) {

@@ -7,19 +7,17 @@
 namespace swiftpatch {
 namespace {
 
-constexpr std::int16_t kPlainMessage = 0;  // Style of error_Message.
-
 void ReportMissingProgram(frmSwiftPatch& window) {
     window.programMissing = true;
     std::string text = "The main program does not exist in the specified posiiton.";
-    window.error_Message(text, kPlainMessage, "Program File Not Found");
+    window.error_Message(text, message_style::kText, "Program File Not Found");
 }
 
 void ReportBadName(frmSwiftPatch& window, const std::string& name) {
     std::string text = "The file '" + name +
                        "' you are requesting is invalid.\r\n"
                        "The file could have been tampered with.";
-    window.error_Message(text, kPlainMessage, "Bad Control File Name");
+    window.error_Message(text, message_style::kText, "Bad Control File Name");
 }
 
 void ReportNothingOffered(frmSwiftPatch& window) {

@@ -96,8 +96,7 @@ void frmSwiftPatch::error_Message(std::string& message, std::int16_t style,
         Pointer = MousePointer::kDefault;
         frmRunning dialog;
         dialog.code = code;
-        dialog.program = style == 1 ? message : "";
-        dialog.message = style == 1 ? "" : message;
+        (style == message_style::kProgramName ? dialog.program : dialog.message) = message;
         if (message.find(std::to_string(error_number::kRequestTimedOut)) != std::string::npos) {
             lblAnimationMsg.Caption = "Download failed... Timed-out Connection.";
             cmdRetry.Visible = true;

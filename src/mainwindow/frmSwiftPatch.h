@@ -18,6 +18,12 @@ namespace swiftpatch {
 /// What the transfer under way is for.
 enum class DownloadMode : std::int16_t { kNone = 0, kBuild = 1, kAnimation = 2 };
 
+/// What error_Message is handed as its message; other numbers count as a text.
+namespace message_style {
+inline constexpr std::int16_t kText = 0;
+inline constexpr std::int16_t kProgramName = 1;  ///< Of a program that has to be closed.
+}  // namespace message_style
+
 /// The updater's working window. Its event procedures are the stages of a run; each lives in the
 /// folder of its stage. Every stage reports through these controls and error_Message.
 class frmSwiftPatch : public Form {
@@ -52,8 +58,8 @@ public:
     /// Only the path is used; callers hand over a message that is not shown, deliberately.
     void ShowAnimation(const std::string& path, const std::string& message);
     /// Reports the failure of a running stage in a dialog titled `code` and puts the window into
-    /// its stopped state. A style of 1 says that `message` is the name of a program that has to be
-    /// closed. `message` comes back with a CR LF appended. Pumps.
+    /// its stopped state. `style` is one of message_style. `message` comes back with a CR LF
+    /// appended. Pumps.
     void error_Message(std::string& message, std::int16_t style, const std::string& code);
     /// Shows what the comparison of the received build with the file `name` found. Pumps.
     void ShowComparisonOutcome(std::int16_t result, const std::string& name);
@@ -126,6 +132,8 @@ private:
     void BackUp(const std::string& version);
     void ReplaceMainProgram();
     void ShowInstalled();
+
+    bool installing_ = false;  ///< cmdInstall_Click is under way.
 };
 
 }  // namespace swiftpatch

@@ -16,7 +16,6 @@ namespace {
 
 constexpr std::int32_t kTransferTimeout = 15;      // Seconds.
 constexpr std::int32_t kSmallestAnimation = 1636;  // Bytes.
-constexpr std::int16_t kPlainMessage = 0;          // Style of error_Message.
 
 void ReportInternetError(const RuntimeError& error) {
     MsgBox("Internet Error: " + std::to_string(error.Number()) + "\r\n\r\n" + error.Description() +
@@ -113,7 +112,7 @@ bool frmSwiftPatch::FindConnection() {
     std::string text =
         "\r\nNo connection to the q-tolvex update server.\r\n\r\n"
         "Please check your internet connection and try again later.";
-    error_Message(text, kPlainMessage, "No Connection");
+    error_Message(text, message_style::kText, "No Connection");
     return false;
 }
 
@@ -126,7 +125,7 @@ bool frmSwiftPatch::FetchMissingAnimation() {
     if (expectedSize < kSmallestAnimation) {
         std::string text = "The download link your are requesting is invalid.\r\nThe link: " + url +
                            " is not available.";
-        error_Message(text, kPlainMessage, "Incorrect Download Link");
+        error_Message(text, message_style::kText, "Incorrect Download Link");
         return false;
     }
     downloadMode = DownloadMode::kAnimation;
@@ -172,7 +171,7 @@ void frmSwiftPatch::ReadLocalBuilds() {
 void frmSwiftPatch::ReportBadDownloadLink() {
     std::string text =
         "The download link is invalid.\r\n\r\nThe link: " + check.serverUrl + " is not available.";
-    error_Message(text, kPlainMessage, "Bad Download Link");
+    error_Message(text, message_style::kText, "Bad Download Link");
     ShowAnimation("", "");
     cmdClose.Enabled = true;
 }

@@ -18,7 +18,6 @@ namespace {
 constexpr std::size_t kChunk = 1024;
 constexpr std::int32_t kNoBytes = -1;           // The upper bound of an empty chunk.
 constexpr std::uint32_t kAnimationPause = 100;  // Milliseconds a chunk.
-constexpr std::int16_t kPlainMessage = 0;       // Style of error_Message.
 
 /// Counts a chunk by its upper bound: one less than its bytes, and one for the empty chunk at the
 /// end. The percentage is computed from this undercount, deliberately.
@@ -128,7 +127,7 @@ bool frmSwiftPatch::ReceiveChunks(int file) {
             std::string text =
                 "Error downloading the file from the server as expected.\r\n"
                 "The file returned was not the correct size and/or format expected.";
-            error_Message(text, kPlainMessage, "Error Downloading File");
+            error_Message(text, message_style::kText, "Error Downloading File");
             return false;
         }
         percentage = ShowReceived(received);
@@ -188,7 +187,7 @@ void frmSwiftPatch::ReportBrokenTransfer(const RuntimeError& error) {
     std::string text = "Error # " + std::to_string(error.Number()) + kCrLf + error.Description() +
                        "\r\nThe server or internet connection has timed out.\r\n"
                        "Please check your internet connection.";
-    error_Message(text, kPlainMessage, "Internet Connection Timeout");
+    error_Message(text, message_style::kText, "Internet Connection Timeout");
 }
 
 }  // namespace swiftpatch

@@ -27,6 +27,18 @@ bool RunIsOver();
 /// Ends the run without leaving the caller: the next pump throws EndProgram.
 void EndRunAtNextPump();
 
+/// While one lives, no timer ticks and no transfer reports, whoever pumps: for a question whose
+/// answer decides whether anything goes on. What a transfer has to report comes afterwards, in its
+/// order, and the time does not count as its silence.
+class EventsHeld {
+public:
+    EventsHeld();
+    ~EventsHeld();
+    EventsHeld(const EventsHeld&) = delete;
+    EventsHeld& operator=(const EventsHeld&) = delete;
+};
+bool EventsAreHeld();
+
 /// Calls an event procedure for the platform. An error that leaves it was trapped by nobody: the
 /// system's box shows it and the run ends, whatever procedure was pumping messages. Throws
 /// EndProgram only.

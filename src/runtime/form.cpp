@@ -4,21 +4,10 @@
 #include <utility>
 
 #include "runtime/events.h"
+#include "runtime/flag_while.h"
 
 namespace swiftpatch {
 namespace {
-
-/// Sets a flag for as long as a procedure runs, however it is left.
-class FlagWhile {
-public:
-    explicit FlagWhile(bool& flag) : flag_(flag) { flag_ = true; }
-    ~FlagWhile() { flag_ = false; }
-    FlagWhile(const FlagWhile&) = delete;
-    FlagWhile& operator=(const FlagWhile&) = delete;
-
-private:
-    bool& flag_;
-};
 
 std::vector<std::unique_ptr<Form>>& FormsToDelete() {
     static std::vector<std::unique_ptr<Form>> forms;
@@ -80,6 +69,7 @@ bool Form::QueryUnload() {
         return false;
     }
     const FlagWhile asking(unloading_);
+    const EventsHeld held;
     bool cancel = false;
     Form_QueryUnload(cancel);
     return !cancel;

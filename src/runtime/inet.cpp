@@ -147,6 +147,10 @@ void Inet::OnFailed(std::uint32_t request, std::int32_t errorNumber) {
 }
 
 void Inet::OnClock() {
+    if (EventsAreHeld()) {
+        Touch();
+        return;
+    }
     const bool waiting = executing_ || (body_ && reading_);
     if (open_ && waiting && TimedOut()) {
         FailWith(error_number::kRequestTimedOut);

@@ -105,7 +105,8 @@ void World::PumpOnce(bool resting) {
     }
     ++pumps;
     const Nested pumping(depth_);
-    const bool handled = RunScripts() || network.DeliverOne() || FireTimer();
+    const bool handled =
+        RunScripts() || (!EventsAreHeld() && (network.DeliverOne() || FireTimer()));
     if (resting && !handled) {
         Advance(1);
     }

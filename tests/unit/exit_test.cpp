@@ -84,6 +84,21 @@ TEST_F(Exit, WhileTheQuestionStandsIsNotAskedAgain) {
     EXPECT_FALSE(world.RunOver());
 }
 
+TEST_F(Exit, HoldsTheCheckBackWhileItAsks) {
+    Window().cmdClose.Enabled = false;
+    world.user.Answer("Download not finished....", MsgBoxAnswer::kNo, [this] {
+        Window().tmrCheckVersion.Enabled = true;
+        world.trace.Clear();
+        for (int pump = 0; pump < 2000; ++pump) {
+            world.Pump(headless::World::PumpKind::kResting);
+        }
+        EXPECT_EQ(Joined(Steps()), "");
+        Window().tmrCheckVersion.Enabled = false;
+    });
+    world.Close(Window());
+    EXPECT_EQ(world.network.Requests().size(), 0U);
+}
+
 TEST_F(Exit, WithoutAQuestionLeavesTheSessionFree) {
     bool mayGo = false;
     world.Dispatch([&] { mayGo = Window().QueryUnload(); });
@@ -163,6 +178,14 @@ protected:
         RunCheck();
     }
 
+    /// What the box's own loop does while it stands open.
+    void PumpUnderTheBox(std::int64_t milliseconds) {
+        const std::int64_t end = world.uptime + milliseconds;
+        while (world.uptime < end) {
+            world.Pump(headless::World::PumpKind::kResting);
+        }
+    }
+
     const std::string build = headless::Build("3.0.12.5", 250000);
 };
 
@@ -181,6 +204,50 @@ TEST_F(ExitDuringADownload, AnsweredYesIsTheEndOfEverything) {
               Joined({Question("Yes"), kStart, "frmSwiftPatch.Destroy"}));
     EXPECT_EQ(Content("tolvex30.exe"), build.substr(0, 102400));
     EXPECT_EQ(world.network.Requests().size(), 4U);
+}
+
+TEST_F(ExitDuringADownload, HoldsTheTransferBackWhileItAsks) {
+    Publish(build, kServerDate);
+    world.user.Answer("The file does not exist.");
+    bool yes = false;
+    world.user.Answer("Download not finished....", MsgBoxAnswer::kYes, [&] {
+        world.trace.Clear();
+        PumpUnderTheBox(60000);
+        EXPECT_EQ(Joined(Steps()), "");
+        yes = true;
+    });
+    world.When([this] { return world.network.Requests().size() == 4; },
+               [this] { world.Close(Window()); });
+    RunCheck();
+    EXPECT_TRUE(yes);
+    EXPECT_TRUE(world.RunOver());
+    EXPECT_EQ(world.disk.Find(world.PathOf("tolvex30.exe")), nullptr);
+}
+
+TEST_F(ExitDuringADownload, AnsweredNoAfterAWhileGoesOnWhereItStood) {
+    Publish(build, kServerDate);
+    world.user.Answer("The file does not exist.");
+    world.user.Answer("Download not finished....", MsgBoxAnswer::kNo,
+                      [this] { PumpUnderTheBox(60000); });
+    world.When([this] { return world.network.Requests().size() == 4; },
+               [this] { world.Close(Window()); });
+    RunCheck();
+    world.PumpFor(60000);
+    EXPECT_FALSE(world.RunOver());
+    EXPECT_EQ(Content("tolvex30.exe"), build);
+    EXPECT_EQ(Window().lblStatus.Caption.Get(), "Click on Install Button.");
+}
+
+TEST_F(ExitDuringADownload, DoesNotCountTheQuestionAsTheServersSilence) {
+    Publish(build, kServerDate);
+    world.user.Answer("The file does not exist.");
+    world.user.Answer("Download not finished....", MsgBoxAnswer::kNo,
+                      [this] { PumpUnderTheBox(60000); });
+    world.When([this] { return Content("tolvex30.exe").size() == 102400; },
+               [this] { world.Close(Window()); });
+    RunCheck();
+    world.PumpFor(60000);
+    EXPECT_EQ(Content("tolvex30.exe"), build);
 }
 
 TEST_F(ExitDuringADownload, DuringAProbeMakesNoFurtherRequest) {

@@ -113,6 +113,29 @@ TEST_F(Install, GoesOnOnceTheProgramHasClosed) {
     EXPECT_EQ(Content("tolvex.exe"), newBuild);
 }
 
+TEST_F(Install, PressedAgainWhileTheProgramIsBeingClosedInstallsOnce) {
+    RunProgram(0);
+    world.user.Answer("q-Tolvex.exe Detected Running", MsgBoxAnswer::kYes);
+    world.After(1000, [this] { world.Click(Window(), Window().cmdInstall); });
+    world.user.Answer("A backup file");
+    Press();
+    EXPECT_EQ(world.trace.Count("EnumWindows"), 1U);
+    EXPECT_EQ(world.trace.Count(kReplace), 1U);
+    EXPECT_EQ(Content(backup), oldBuild);
+    EXPECT_EQ(world.disk.Names().size(), 4U);
+}
+
+TEST_F(Install, ThatChangedNothingCanBePressedAgain) {
+    RunProgram(1);
+    world.user.Answer("q-Tolvex.exe Detected Running", MsgBoxAnswer::kNo);
+    world.user.Answer("Install Error!");
+    Press();
+    world.desktop.clear();
+    world.user.Answer("A backup file");
+    Press();
+    EXPECT_EQ(Content("tolvex.exe"), newBuild);
+}
+
 TEST_F(Install, WithoutAProgramInstallsWithoutBackup) {
     world.disk.Remove(world.PathOf("tolvex.exe"));
     world.user.Answer("tolvex.exe not found in");

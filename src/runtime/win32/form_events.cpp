@@ -40,7 +40,7 @@ void OnPressedLater(const FormPeer& form, HWND window) {
 }
 
 void OnTimer(const FormPeer& form, WPARAM id) {
-    if (RunIsOver()) {
+    if (RunIsOver() || EventsAreHeld()) {
         return;
     }
     for (Timer* timer : form.form.Timers()) {

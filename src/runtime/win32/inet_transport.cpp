@@ -1,5 +1,7 @@
 #include "runtime/inet_transport.h"
 
+#include <deque>
+#include <functional>
 #include <span>
 #include <utility>
 
@@ -42,7 +44,16 @@ struct InetTransport::Request {
     void ReadBlock();
     void Close();
 
+    /// What a message of the transfer says: of which request, and what.
+    struct Report {
+        UINT message;
+        WPARAM number;
+        LPARAM value;
+    };
+
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void PassOnReports();
+    void PassOn(const Report& report);
     void OnCompleted(DWORD error);
     void OnAnswered(DWORD error);
     void Gather();
@@ -58,6 +69,7 @@ struct InetTransport::Request {
     std::string server;  ///< Host and port of the connection.
     UniqueInternet handle;
     Exchange* exchange = nullptr;
+    std::deque<Report> reports;  ///< Those that came while events were held, in their order.
     Phase phase = Phase::kIdle;
     bool headersOnly = false;  ///< The answer has no body.
     bool wanted = false;       ///< A block has been asked for.
@@ -67,6 +79,12 @@ struct InetTransport::Request {
 };
 
 namespace {
+
+void Raise(const std::function<void()>& procedure) {
+    if (!RunIsOver()) {
+        RaiseEvent(procedure);
+    }
+}
 
 LRESULT CALLBACK TransferProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     return Guarded([=] {
@@ -156,28 +174,46 @@ void InetTransport::Request::Close() {
 }
 
 LRESULT InetTransport::Request::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    const auto raise = [](const auto& procedure) {
-        if (!RunIsOver()) {
-            RaiseEvent(procedure);
-        }
-    };
-    // What is left of a request that was replaced or closed is dropped by its number.
-    const bool present = exchange != nullptr && exchange->Number() == wParam;
     switch (message) {
         case WM_TIMER:
-            raise([this] { owner.OnClock(); });
+            PassOnReports();
+            Raise([this] { owner.OnClock(); });
             return 0;
         case Exchange::kStateMessage:
-            raise([=, this] { present ? owner.OnState(wParam, lParam) : void(); });
-            return 0;
         case Exchange::kCompletedMessage:
-            raise([=, this] { present ? OnCompleted(static_cast<DWORD>(lParam)) : void(); });
-            return 0;
         case Exchange::kBlockMessage:
-            raise([=, this] { present ? Deliver() : void(); });
+            reports.push_back({message, wParam, lParam});
+            PassOnReports();
             return 0;
         default:
             return ::DefWindowProcA(window.Get(), message, wParam, lParam);
+    }
+}
+
+/// Reports that were held go first. The clock's next tick comes back to what is held now.
+void InetTransport::Request::PassOnReports() {
+    while (!reports.empty() && !EventsAreHeld()) {
+        const Report report = reports.front();
+        reports.pop_front();
+        Raise([&] { PassOn(report); });
+    }
+}
+
+void InetTransport::Request::PassOn(const Report& report) {
+    // What is left of a request that was replaced or closed is dropped by its number.
+    if (exchange == nullptr || exchange->Number() != report.number) {
+        return;
+    }
+    switch (report.message) {
+        case Exchange::kStateMessage:
+            owner.OnState(report.number, static_cast<int>(report.value));
+            break;
+        case Exchange::kCompletedMessage:
+            OnCompleted(static_cast<DWORD>(report.value));
+            break;
+        default:
+            Deliver();
+            break;
     }
 }
 
