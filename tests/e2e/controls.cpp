@@ -10,7 +10,8 @@ std::string NameOf(const std::wstring& form, int id) {
         kCmdClose,      kProgressBar1,     kFraMessages,   kAnimation1,  kLblAnimationMsg,
         kLstStat,       kLblTolvexVersion, kLblSimulation, kLblVersion,  kLblStatus,
         kSplashLoading, kSplashTitle0,     kSplashTitle1,  kSplashMain0, kSplashMain1,
-        kSplashVersion, kSplashExit,       kFailureText,   kFailureExit,
+        kSplashVersion, kSplashExit,       kFailureText,   kFailureExit, kTxtLogFile,
+        kCmdMain,
     };
     for (const Control& control : kControls) {
         if (control.id == id && form == control.form) {

@@ -16,6 +16,7 @@ struct Control {
 inline constexpr wchar_t kSplash[] = L"frmSplash1";
 inline constexpr wchar_t kMain[] = L"frmSwiftPatch";
 inline constexpr wchar_t kFailure[] = L"frmRunning";
+inline constexpr wchar_t kLog[] = L"frmLog";
 
 inline constexpr Control kTxtDebug{kMain, 101, "txtDebug"};
 inline constexpr Control kChkRunTolvex{kMain, 103, "chkRunTolvex"};
@@ -43,6 +44,9 @@ inline constexpr Control kSplashExit{kSplash, 208, "cmdExit"};
 
 inline constexpr Control kFailureText{kFailure, 301, "lblWarning"};
 inline constexpr Control kFailureExit{kFailure, 302, "cmdExit"};
+
+inline constexpr Control kTxtLogFile{kLog, 401, "txtLogFile"};
+inline constexpr Control kCmdMain{kLog, 402, "cmdMain"};
 
 /// The name of the control with this id in a window of this class; the id itself where it is none
 /// of the above.

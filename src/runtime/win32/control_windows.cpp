@@ -3,6 +3,7 @@
 #include "runtime/runtime_error.h"
 #include "runtime/win32/fonts.h"
 #include "runtime/win32/picture.h"
+#include "runtime/win32/text_view.h"
 
 namespace swiftpatch {
 namespace {
@@ -18,16 +19,18 @@ DWORD ButtonStyle(const CommandButton& button) {
     return static_cast<DWORD>(button.Default ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON);
 }
 
-DWORD TextBoxStyle(const TextBox& box) {
+WindowKind KindOfTextBox(const Look& look) {
     constexpr DWORD kLines = ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | WS_VSCROLL | WS_HSCROLL;
-    return ES_AUTOHSCROLL | (box.DesignLook().multiLine ? kLines : 0U);
+    if (look.anyLength) {
+        return {TextViewClass(), WS_TABSTOP | WS_VSCROLL | WS_HSCROLL, WS_EX_CLIENTEDGE};
+    }
+    return {"EDIT", WS_TABSTOP | ES_AUTOHSCROLL | (look.multiLine ? kLines : 0U), WS_EX_CLIENTEDGE};
 }
 
 WindowKind KindOf(const Control& control) {
     switch (control.Kind()) {
         case ComponentKind::kTextBox:
-            return {"EDIT", WS_TABSTOP | TextBoxStyle(static_cast<const TextBox&>(control)),
-                    WS_EX_CLIENTEDGE};
+            return KindOfTextBox(control.DesignLook());
         case ComponentKind::kCommandButton:
             return {"BUTTON", WS_TABSTOP | ButtonStyle(static_cast<const CommandButton&>(control)),
                     0};
