@@ -112,12 +112,6 @@ void Kill(const std::string& path) {
     }
 }
 
-void FileCopy(const std::string& source, const std::string& target) {
-    if (!::CopyFileA(source.c_str(), target.c_str(), FALSE)) {
-        RaiseFileError(::GetLastError(), FileAction::kCopy);
-    }
-}
-
 void MkDir(const std::string& path) {
     if (!::CreateDirectoryA(path.c_str(), nullptr)) {
         RaiseFileError(::GetLastError(), FileAction::kOpen);
