@@ -5,8 +5,8 @@
 
 #include "runtime/win32/cabinet_header.h"
 #include "runtime/win32/handle.h"
+#include "runtime/win32/system_library.h"
 #include "runtime/win32/system_time.h"
-#include "runtime/win32/win32.h"
 
 namespace swiftpatch {
 namespace {
@@ -29,8 +29,6 @@ static_assert(cabinet_notification::kFileExtracted == SPFILENOTIFY_FILEEXTRACTED
 static_assert(cabinet_answer::kAbort == FILEOP_ABORT);
 static_assert(cabinet_answer::kExtract == FILEOP_DOIT);
 static_assert(cabinet_answer::kSkip == FILEOP_SKIP);
-
-using IterateFunction = decltype(&::SetupIterateCabinetA);
 
 /// The callback of one walk, and what the walk has come to.
 struct Walk {
@@ -113,29 +111,13 @@ bool IsComplete(const Walk& walk, const CabinetHeader& header) {
     return walk.extracted >= walk.begun && (header.hasPrevious || walk.told >= header.files);
 }
 
-/// The library is loaded when the first cabinet is walked, because the program has to start on
-/// machines that lack it; and from the system's folder alone, because a file of its name may lie
-/// beside the program.
-HMODULE LoadSetupLibrary() {
-    char folder[MAX_PATH];
-    const UINT length = ::GetSystemDirectoryA(folder, MAX_PATH);
-    if (length == 0 || length >= MAX_PATH) {
-        return nullptr;
-    }
-    return ::LoadLibraryA((std::string(folder) + "\\setupapi.dll").c_str());
-}
-
-/// Null, with the last error set, where the platform does not have the function.
-IterateFunction FindIterate() {
-    static const HMODULE library = LoadSetupLibrary();
-    if (library == nullptr) {
-        ::SetLastError(ERROR_MOD_NOT_FOUND);
-        return nullptr;
-    }
-    const FARPROC found = ::GetProcAddress(library, "SetupIterateCabinetA");
-    // Through a pointer without a type: the compiler takes a direct cast between functions of
-    // different types for a mistake.
-    return reinterpret_cast<IterateFunction>(reinterpret_cast<void*>(found));
+/// Loaded when the first cabinet is walked, because the program has to start on machines that lack
+/// it.
+const LateFunction<decltype(&::SetupIterateCabinetA)>& Iterate() {
+    static const SystemLibrary library("setupapi.dll");
+    static const LateFunction<decltype(&::SetupIterateCabinetA)> iterate(library,
+                                                                         "SetupIterateCabinetA");
+    return iterate;
 }
 
 }  // namespace
@@ -147,15 +129,10 @@ bool SetupIterateCabinetA(const std::string& cabinet, CabinetCallback callback, 
     if (lastError != ERROR_SUCCESS) {
         return false;
     }
-    const IterateFunction iterate = FindIterate();
-    if (iterate == nullptr) {
-        lastError = ::GetLastError();
-        return false;
-    }
     Walk walk{callback, context};
     // Some failures leave the last error as it was; what an earlier call left would mislead.
     ::SetLastError(ERROR_SUCCESS);
-    const bool done = iterate(cabinet.c_str(), 0, HandOver, &walk) != FALSE;
+    const bool done = Iterate()(cabinet.c_str(), 0, HandOver, &walk) != FALSE;
     lastError = done ? ERROR_SUCCESS : ::GetLastError();
     if (walk.nextIsMissing) {
         lastError = ERROR_FILE_NOT_FOUND;

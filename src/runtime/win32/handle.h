@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "runtime/win32/win32.h"
+#include "runtime/win32/wininet.h"
 
 namespace swiftpatch {
 
@@ -57,7 +57,7 @@ struct WindowTraits : PointerTraits<HWND> {
     static void Close(Handle handle) { ::DestroyWindow(handle); }
 };
 struct InternetTraits : PointerTraits<HINTERNET> {
-    static void Close(Handle handle) { ::InternetCloseHandle(handle); }
+    static void Close(Handle handle) { WinInet().InternetCloseHandle(handle); }
 };
 struct DeviceTraits : PointerTraits<HDC> {
     static void Close(Handle handle) { ::DeleteDC(handle); }

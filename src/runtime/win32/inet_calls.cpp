@@ -13,46 +13,53 @@ constexpr DWORD kRequestFlags = INTERNET_FLAG_RELOAD | INTERNET_FLAG_NO_CACHE_WR
                                 INTERNET_FLAG_NO_AUTH;
 
 DWORD WINAPI CloseHandleHere(void* handle) {
-    ::InternetCloseHandle(handle);
+    WinInet().InternetCloseHandle(handle);
     return 0;
 }
 
 }  // namespace
 
+const WinInetLibrary& WinInet() {
+    static const WinInetLibrary library;
+    return library;
+}
+
 HINTERNET OpenSession() {
-    const HINTERNET session = ::InternetOpenA(App::Title().c_str(), INTERNET_OPEN_TYPE_PRECONFIG,
-                                              nullptr, nullptr, INTERNET_FLAG_ASYNC);
+    const HINTERNET session = WinInet().InternetOpenA(
+        App::Title().c_str(), INTERNET_OPEN_TYPE_PRECONFIG, nullptr, nullptr, INTERNET_FLAG_ASYNC);
     // Each request has a clock of its own, which the platform's shorter ones would run ahead of.
     DWORD longest = 24 * 60 * 60 * 1000;
     for (const int option : {INTERNET_OPTION_CONNECT_TIMEOUT, INTERNET_OPTION_SEND_TIMEOUT,
                              INTERNET_OPTION_RECEIVE_TIMEOUT}) {
-        ::InternetSetOptionA(session, static_cast<DWORD>(option), &longest, sizeof(longest));
+        WinInet().InternetSetOptionA(session, static_cast<DWORD>(option), &longest,
+                                     sizeof(longest));
     }
-    ::InternetSetStatusCallbackA(session, OnInternetStatus);
+    WinInet().InternetSetStatusCallbackA(session, OnInternetStatus);
     return session;
 }
 
 HINTERNET OpenRequest(HINTERNET connection, const std::string& verb, const std::string& path,
                       Exchange& exchange) {
     std::array<const char*, 2> accepted{"*/*", nullptr};
-    return ::HttpOpenRequestA(connection, verb.c_str(), path.c_str(), nullptr, nullptr,
-                              accepted.data(), kRequestFlags,
-                              reinterpret_cast<DWORD_PTR>(&exchange));
+    return WinInet().HttpOpenRequestA(connection, verb.c_str(), path.c_str(), nullptr, nullptr,
+                                      accepted.data(), kRequestFlags,
+                                      reinterpret_cast<DWORD_PTR>(&exchange));
 }
 
 std::int32_t StatusCode(HINTERNET request) {
     DWORD status = 0;
     DWORD size = sizeof(status);
-    ::HttpQueryInfoA(request, HTTP_QUERY_STATUS_CODE | HTTP_QUERY_FLAG_NUMBER, &status, &size,
-                     nullptr);
+    WinInet().HttpQueryInfoA(request, HTTP_QUERY_STATUS_CODE | HTTP_QUERY_FLAG_NUMBER, &status,
+                             &size, nullptr);
     return static_cast<std::int32_t>(status);
 }
 
 std::string RawHeaders(HINTERNET request) {
     DWORD size = 0;
-    ::HttpQueryInfoA(request, HTTP_QUERY_RAW_HEADERS_CRLF, nullptr, &size, nullptr);
+    WinInet().HttpQueryInfoA(request, HTTP_QUERY_RAW_HEADERS_CRLF, nullptr, &size, nullptr);
     std::string headers(size + 1, '\0');
-    if (!::HttpQueryInfoA(request, HTTP_QUERY_RAW_HEADERS_CRLF, headers.data(), &size, nullptr)) {
+    if (!WinInet().HttpQueryInfoA(request, HTTP_QUERY_RAW_HEADERS_CRLF, headers.data(), &size,
+                                  nullptr)) {
         return {};
     }
     headers.resize(size);
@@ -63,7 +70,7 @@ void CloseUnread(HINTERNET request) {
     DWORD id = 0;
     const HANDLE thread = ::CreateThread(nullptr, 0, CloseHandleHere, request, 0, &id);
     if (thread == nullptr) {
-        ::InternetCloseHandle(request);
+        WinInet().InternetCloseHandle(request);
     } else {
         ::CloseHandle(thread);
     }

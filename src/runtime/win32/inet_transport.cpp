@@ -121,8 +121,9 @@ InetTransport::Request::~Request() {
 void InetTransport::Request::Connect(const HttpAddress& address) {
     const std::string wantedServer = address.host + ":" + std::to_string(address.port);
     if (!connection || server != wantedServer) {
-        connection.Reset(::InternetConnectA(session.Get(), address.host.c_str(), address.port,
-                                            nullptr, nullptr, INTERNET_SERVICE_HTTP, 0, 0));
+        connection.Reset(WinInet().InternetConnectA(session.Get(), address.host.c_str(),
+                                                    address.port, nullptr, nullptr,
+                                                    INTERNET_SERVICE_HTTP, 0, 0));
         server = wantedServer;
     }
 }
@@ -141,7 +142,7 @@ void InetTransport::Request::Send(std::uint32_t number, const HttpAddress& addre
     phase = Phase::kSending;
     headersOnly = verb == "HEAD";
     ::SetTimer(window.Get(), kClockTimer, kClockInterval, nullptr);
-    const BOOL done = ::HttpSendRequestA(handle.Get(), nullptr, 0, nullptr, 0);
+    const BOOL done = WinInet().HttpSendRequestA(handle.Get(), nullptr, 0, nullptr, 0);
     const DWORD error = done ? ERROR_SUCCESS : ::GetLastError();
     if (error != ERROR_IO_PENDING) {
         exchange->Post(Exchange::kCompletedMessage, error);
@@ -259,8 +260,8 @@ DWORD InetTransport::Request::Read(std::span<char> target) {
     buffers.dwStructSize = sizeof(buffers);
     buffers.lpvBuffer = target.data();
     buffers.dwBufferLength = static_cast<DWORD>(target.size());
-    if (::InternetReadFileExA(handle.Get(), &buffers, IRF_ASYNC | IRF_NO_WAIT,
-                              reinterpret_cast<DWORD_PTR>(exchange))) {
+    if (WinInet().InternetReadFileExA(handle.Get(), &buffers, IRF_ASYNC | IRF_NO_WAIT,
+                                      reinterpret_cast<DWORD_PTR>(exchange))) {
         ended = buffers.dwBufferLength == 0;
         return buffers.dwBufferLength;
     }

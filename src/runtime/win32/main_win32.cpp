@@ -1,3 +1,4 @@
+#include <cstdlib>
 #include <exception>
 #include <new>
 
@@ -9,6 +10,7 @@
 #include "runtime/runtime_error.h"
 #include "runtime/win32/peer.h"
 #include "runtime/win32/pump.h"
+#include "runtime/win32/system_library.h"
 
 namespace swiftpatch {
 namespace {
@@ -46,22 +48,39 @@ void Run() {
     DestroyAllNow();
 }
 
+void RegisterControls() {
+    const SystemLibrary library("comctl32.dll");
+    const LateFunction<decltype(&::InitCommonControlsEx)> initialize(library,
+                                                                     "InitCommonControlsEx");
+    const INITCOMMONCONTROLSEX controls{
+        sizeof(controls), ICC_PROGRESS_CLASS | ICC_ANIMATE_CLASS | ICC_LISTVIEW_CLASSES};
+    initialize(&controls);
+}
+
 void StartUp() {
+    KeepToSystemLibraries();
     // Missing disks are reported as errors, not asked for by the system.
     ::SetErrorMode(SEM_FAILCRITICALERRORS);
     App::PrevInstance();  // Looked up now, and so recorded for the instances to come.
-    INITCOMMONCONTROLSEX controls{sizeof(controls),
-                                  ICC_PROGRESS_CLASS | ICC_ANIMATE_CLASS | ICC_LISTVIEW_CLASSES};
-    ::InitCommonControlsEx(&controls);
+    RegisterControls();
 }
 
 }  // namespace
 }  // namespace swiftpatch
 
+namespace __gnu_cxx {
+
+/// Takes the place of the library's handler for what should never happen, which prints the type of
+/// an exception to a console that is not there; with what it needs for that it is the largest part
+/// of the library.
+void __verbose_terminate_handler() { std::abort(); }
+
+}  // namespace __gnu_cxx
+
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR /*arguments*/,
                    int /*show*/) {
-    const bool ole = SUCCEEDED(::OleInitialize(nullptr));
     swiftpatch::StartUp();
+    const bool ole = SUCCEEDED(::OleInitialize(nullptr));
     swiftpatch::Run();
     if (ole) {
         ::OleUninitialize();

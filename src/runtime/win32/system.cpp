@@ -1,6 +1,6 @@
 #include "runtime/system.h"
 
-#include "runtime/win32/win32.h"
+#include "runtime/win32/wininet.h"
 
 namespace swiftpatch {
 namespace {
@@ -8,6 +8,21 @@ namespace {
 /// The look-ups of folders report the size they need where the buffer is too small.
 std::uint32_t CopiedLength(UINT length, const std::string& buffer) {
     return length < buffer.size() ? length : 0;
+}
+
+/// The library that reads the versions of files.
+struct VersionLibrary {
+    SystemLibrary library{"version.dll"};
+    LateFunction<decltype(&::GetFileVersionInfoSizeA)> GetFileVersionInfoSizeA{
+        library, "GetFileVersionInfoSizeA"};
+    LateFunction<decltype(&::GetFileVersionInfoA)> GetFileVersionInfoA{library,
+                                                                       "GetFileVersionInfoA"};
+    LateFunction<decltype(&::VerQueryValueA)> VerQueryValueA{library, "VerQueryValueA"};
+};
+
+const VersionLibrary& Version() {
+    static const VersionLibrary library;
+    return library;
 }
 
 }  // namespace
@@ -24,19 +39,20 @@ std::uint32_t GetSystemDirectoryA(std::string& buffer) {
 
 std::uint32_t GetFileVersionInfoSizeA(const std::string& path) {
     DWORD unused = 0;
-    return ::GetFileVersionInfoSizeA(path.c_str(), &unused);
+    return Version().GetFileVersionInfoSizeA(path.c_str(), &unused);
 }
 
 bool GetFileVersionInfoA(const std::string& path, std::vector<std::uint8_t>& buffer) {
-    return ::GetFileVersionInfoA(path.c_str(), 0, static_cast<DWORD>(buffer.size()),
-                                 buffer.data()) != FALSE;
+    return Version().GetFileVersionInfoA(path.c_str(), 0, static_cast<DWORD>(buffer.size()),
+                                         buffer.data()) != FALSE;
 }
 
 bool VerQueryValueA(const std::vector<std::uint8_t>& buffer, const std::string& block,
                     std::span<const std::uint8_t>& value) {
     void* start = nullptr;
     UINT size = 0;
-    if (!::VerQueryValueA(buffer.data(), block.c_str(), &start, &size) || start == nullptr) {
+    if (!Version().VerQueryValueA(buffer.data(), block.c_str(), &start, &size) ||
+        start == nullptr) {
         return false;
     }
     value = std::span(static_cast<const std::uint8_t*>(start), size);
@@ -49,8 +65,8 @@ void ShellExecuteA(const std::string& verb, const std::string& file, int showCom
 
 bool InternetGetConnectedStateExA(std::uint32_t& flags, std::string& name) {
     DWORD systemFlags = 0;
-    const BOOL connected = ::InternetGetConnectedStateExA(&systemFlags, name.data(),
-                                                          static_cast<DWORD>(name.size()), 0);
+    const BOOL connected = WinInet().InternetGetConnectedStateExA(
+        &systemFlags, name.data(), static_cast<DWORD>(name.size()), 0);
     flags = systemFlags;
     return connected != FALSE;
 }
