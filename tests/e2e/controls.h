@@ -52,4 +52,7 @@ inline constexpr Control kCmdMain{kLog, 402, "cmdMain"};
 /// of the above.
 std::string NameOf(const std::wstring& form, int id);
 
+/// A control of the main window by its name; throws DriveError where there is none.
+Control MainControl(const std::string& name);
+
 }  // namespace swiftpatch::e2e

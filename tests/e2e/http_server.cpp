@@ -15,7 +15,8 @@ constexpr int kLookMilliseconds = 50;
 
 }  // namespace
 
-HttpServer::HttpServer() : listener_(Socket::OnLoopback()), port_(listener_.Port()) {
+HttpServer::HttpServer(int lastNumber)
+    : lastNumber_(lastNumber), listener_(Socket::OnLoopback(lastNumber)), port_(listener_.Port()) {
     if (::listen(listener_.Get(), SOMAXCONN) != 0) {
         throw DriveError("the server cannot listen");
     }
@@ -83,21 +84,40 @@ void HttpServer::AcceptConnections() {
 void HttpServer::Serve(Socket connection, int number) {
     connection.MakeNonBlocking();
     std::string rest;
-    for (;;) {
+    if (const std::optional<Rule> early = FindEarly()) {
+        if (!SendReply(connection, early->reply, early->method != "HEAD")) {
+            return;
+        }
         const std::string head = ReadRequestHead(connection, rest);
         if (head.empty()) {
             return;
         }
-        const Reply reply = Take(head, number);
-        if (reply.silent) {
-            while (Rest(seconds(1))) {
-            }
-            return;
-        }
-        if (!Rest(reply.delay) || !SendReply(connection, reply, !BeginsWith(head, "HEAD "))) {
-            return;
-        }
+        Take(head, number);
     }
+    while (ServeOne(connection, number, rest)) {
+    }
+}
+
+std::optional<HttpServer::Rule> HttpServer::FindEarly() const {
+    const std::lock_guard lock(mutex_);
+    const auto found = std::find_if(rules_.begin(), rules_.end(), [this](const Rule& rule) {
+        return rule.reply.early == requests_.size();
+    });
+    return found == rules_.end() ? std::nullopt : std::optional<Rule>(*found);
+}
+
+bool HttpServer::ServeOne(Socket& connection, int number, std::string& rest) {
+    const std::string head = ReadRequestHead(connection, rest);
+    if (head.empty()) {
+        return false;
+    }
+    const Reply reply = Take(head, number);
+    if (reply.silent) {
+        while (Rest(seconds(1))) {
+        }
+        return false;
+    }
+    return Rest(reply.delay) && SendReply(connection, reply, !BeginsWith(head, "HEAD "));
 }
 
 std::string HttpServer::ReadRequestHead(const Socket& connection, std::string& rest) const {
@@ -146,13 +166,34 @@ Reply HttpServer::ReplyFor(const std::string& method, const std::string& target)
 }
 
 bool HttpServer::SendReply(Socket& connection, const Reply& reply, bool withBody) {
-    if (!SendAll(connection, HeadOf(reply))) {
+    for (int i = 0; i < reply.interims; ++i) {
+        if (!SendAll(connection, reply.interim + "\r\n\r\n")) {
+            return false;
+        }
+    }
+    if (reply.raw) {
+        return SendAll(connection, *reply.raw) && EndConnection(connection, reply);
+    }
+    if (!SendHead(connection, reply) || (withBody && !SendBody(connection, reply))) {
         return false;
     }
-    if (withBody && !SendBody(connection, reply)) {
-        return false;
+    return EndConnection(connection, reply) && !EndsWithConnection(reply);
+}
+
+bool HttpServer::SendHead(const Socket& connection, const Reply& reply) const {
+    const std::string head = HeadOf(reply);
+    const std::size_t statusLine = head.find("\r\n") + 2;
+    return SendAll(connection, head.substr(0, statusLine)) && Rest(reply.headersLate) &&
+           SendAll(connection, head.substr(statusLine));
+}
+
+bool HttpServer::EndConnection(Socket& connection, const Reply& reply) const {
+    if (reply.afterwards == Afterwards::kReset) {
+        // What was sent must not be lost with the reset.
+        Rest(milliseconds(reply.raw && reply.raw->empty() ? 0 : 300));
+        connection.Reset();
     }
-    return !EndsWithConnection(reply);
+    return reply.afterwards == Afterwards::kKeep;
 }
 
 bool HttpServer::SendAll(const Socket& connection, std::string_view bytes) const {

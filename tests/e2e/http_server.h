@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <list>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -33,14 +34,17 @@ struct Request {
 /// all of its connections, when it is destroyed.
 class HttpServer {
 public:
-    HttpServer();
+    /// Listens at 127.0.0.N.
+    explicit HttpServer(int lastNumber = 1);
     ~HttpServer();
     HttpServer(const HttpServer&) = delete;
     HttpServer& operator=(const HttpServer&) = delete;
 
     std::uint16_t Port() const { return port_; }
     /// "127.0.0.1:port"
-    std::string Host() const { return "127.0.0.1:" + std::to_string(port_); }
+    std::string Host() const {
+        return "127.0.0." + std::to_string(lastNumber_) + ":" + std::to_string(port_);
+    }
 
     /// Answers every request for a path, or only those of one method. The answer told last counts.
     void On(const std::string& target, Reply reply);
@@ -66,18 +70,25 @@ private:
 
     void AcceptConnections();
     void Serve(Socket connection, int number);
+    /// False when the connection is over.
+    bool ServeOne(Socket& connection, int number, std::string& rest);
+    /// The rule whose answer is to be sent now, before the request that it belongs to.
+    std::optional<Rule> FindEarly() const;
     std::string ReadRequestHead(const Socket& connection, std::string& rest) const;
     Reply Take(const std::string& head, int connection);
     Reply ReplyFor(const std::string& method, const std::string& target);
     /// False when the connection is over.
     bool SendReply(Socket& connection, const Reply& reply, bool withBody);
+    bool SendHead(const Socket& connection, const Reply& reply) const;
     bool SendAll(const Socket& connection, std::string_view bytes) const;
     bool SendBody(Socket& connection, const Reply& reply);
+    bool EndConnection(Socket& connection, const Reply& reply) const;
     /// False when the server ends meanwhile.
     bool Rest(milliseconds time) const;
     bool Stopping() const { return stopping_; }
 
     SocketLibrary library_;
+    int lastNumber_;
     Socket listener_;
     std::uint16_t port_;
     mutable std::mutex mutex_;

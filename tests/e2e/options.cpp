@@ -33,6 +33,7 @@ Options ReadOptions(int count, char** arguments) {
     Options options;
     options.updater = own.parent_path() / "win32-release" / "swiftpatch.exe";
     options.fixtures = own / "fixtures";
+    options.scenarios = own.parent_path().parent_path() / "tests" / "scenarios" / "tables";
     options.scratch = own / "scratch";
     for (int i = 1; i < count; ++i) {
         const std::string argument = arguments[i];
@@ -40,6 +41,7 @@ Options ReadOptions(int count, char** arguments) {
             options.automatic = true;
         } else if (!TakePath(argument, "updater", options.updater) &&
                    !TakePath(argument, "fixtures", options.fixtures) &&
+                   !TakePath(argument, "scenarios", options.scenarios) &&
                    !TakePath(argument, "scratch", options.scratch)) {
             throw DriveError("unknown argument " + argument);
         }

@@ -1,6 +1,21 @@
 #include "e2e/reply.h"
 
+#include <sstream>
+
 namespace swiftpatch::e2e {
+
+void SendInChunks(Reply& reply, std::size_t size) {
+    std::ostringstream chunks;
+    chunks << std::hex;
+    for (std::uint64_t sent = 0; sent < reply.body.Size(); sent += size) {
+        const std::string bytes = reply.body.Read(sent, size);
+        chunks << bytes.size() << "\r\n" << bytes << "\r\n";
+    }
+    chunks << "0\r\n\r\n";
+    reply.body = Body(chunks.str());
+    reply.headers.emplace_back("Transfer-Encoding: chunked");
+    reply.chunked = true;
+}
 
 Reply NotFound(std::size_t pageSize) {
     std::string page = "<html><body><h1>Not Found</h1></body></html>\r\n";
@@ -14,7 +29,7 @@ Reply NotFound(std::size_t pageSize) {
 
 std::string HeadOf(const Reply& reply) {
     std::string head = reply.statusLine + "\r\nServer: scripted\r\n";
-    if (!reply.omitContentLength) {
+    if (reply.contentLength || !(reply.omitContentLength || reply.chunked)) {
         head +=
             "Content-length: " + reply.contentLength.value_or(std::to_string(reply.body.Size())) +
             "\r\n";
@@ -31,6 +46,6 @@ std::string HeadOf(const Reply& reply) {
     return head + "\r\n";
 }
 
-bool EndsWithConnection(const Reply& reply) { return reply.omitContentLength; }
+bool EndsWithConnection(const Reply& reply) { return reply.omitContentLength && !reply.chunked; }
 
 }  // namespace swiftpatch::e2e

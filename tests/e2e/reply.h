@@ -18,6 +18,13 @@ enum class BodyEnd {
     kClose,  ///< Closes the connection in an orderly way.
 };
 
+/// What the server does with the connection after a whole answer.
+enum class Afterwards {
+    kKeep,   ///< Waits for the next request.
+    kClose,  ///< Closes it without having said so.
+    kReset,  ///< Resets it.
+};
+
 /// The script of one answer. As it stands it is a faultless one without a body.
 struct Reply {
     std::string statusLine = "HTTP/1.1 200 OK";
@@ -26,15 +33,30 @@ struct Reply {
     /// What the header Content-length says, right or wrong; absent: the body's true length.
     std::optional<std::string> contentLength;
     bool omitContentLength = false;
+    bool chunked = false;  ///< The body is one of chunks, see SendInChunks.
     /// Header lines of any other kind, verbatim.
     std::vector<std::string> headers;
+    /// The whole answer, verbatim; none of the above is sent.
+    std::optional<std::string> raw;
 
-    milliseconds delay{0};             ///< Before the first byte of the answer.
+    /// The status line of the answers that come before this one, and how many they are.
+    std::string interim;
+    int interims = 0;
+
+    milliseconds delay{0};        ///< Before the first byte of the answer.
+    milliseconds headersLate{0};  ///< Between the status line and the headers.
+    /// Comes before its request, as soon as a connection is made after so many requests.
+    std::optional<std::size_t> early;
     bool silent = false;               ///< Takes the request and never answers it.
     std::uint64_t bytesPerSecond = 0;  ///< 0: as fast as it goes.
     BodyEnd end = BodyEnd::kWhole;
     std::uint64_t endAfter = 0;
+    Afterwards afterwards = Afterwards::kKeep;
 };
+
+/// Turns the body into one that comes in chunks of `size` bytes, without a length. What counts the
+/// body's bytes counts those of the chunks.
+void SendInChunks(Reply& reply, std::size_t size);
 
 /// The page of a server that does not have a file.
 Reply NotFound(std::size_t pageSize = 512);

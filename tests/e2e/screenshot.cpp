@@ -4,6 +4,7 @@
 #include <objidl.h>
 
 #include <algorithm>
+#include <memory>
 namespace Gdiplus {
 using std::max;
 using std::min;
@@ -57,20 +58,26 @@ HBITMAP CopyOfScreen(const RECT& area) {
     return picture;
 }
 
-}  // namespace
-
-void SaveScreenshot(HWND window, const std::filesystem::path& file) {
+void SaveAsPng(HBITMAP picture, const std::filesystem::path& file) {
     const PictureLibrary library;
-    const HBITMAP picture = CopyOfScreen(AreaOf(window));
-    Gdiplus::Status status = Gdiplus::GenericError;
-    {
-        Gdiplus::Bitmap bitmap(picture, nullptr);
-        status = bitmap.Save(file.c_str(), &kPngWriter, nullptr);
-    }
-    DeleteObject(picture);
-    if (status != Gdiplus::Ok) {
+    Gdiplus::Bitmap bitmap(picture, nullptr);
+    if (bitmap.Save(file.c_str(), &kPngWriter, nullptr) != Gdiplus::Ok) {
         throw DriveError("cannot write the picture " + PathText(file));
     }
+}
+
+}  // namespace
+
+ScreenPicture::ScreenPicture() : picture_(CopyOfScreen(AreaOf(nullptr))) {}
+
+ScreenPicture::~ScreenPicture() { DeleteObject(picture_); }
+
+void ScreenPicture::Save(const std::filesystem::path& file) const { SaveAsPng(picture_, file); }
+
+void SaveScreenshot(HWND window, const std::filesystem::path& file) {
+    const std::unique_ptr<void, decltype(&DeleteObject)> picture(CopyOfScreen(AreaOf(window)),
+                                                                 &DeleteObject);
+    SaveAsPng(static_cast<HBITMAP>(picture.get()), file);
 }
 
 }  // namespace swiftpatch::e2e

@@ -32,11 +32,11 @@ SocketLibrary::SocketLibrary() {
 
 SocketLibrary::~SocketLibrary() { WSACleanup(); }
 
-Socket Socket::OnLoopback() {
+Socket Socket::OnLoopback(int lastNumber) {
     Socket made(::socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
     sockaddr_in address = {};
     address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_addr.s_addr = htonl(0x7F000000U + static_cast<u_long>(lastNumber));
     if (made.handle_ == INVALID_SOCKET ||
         ::bind(made.handle_, Plain(address), sizeof address) != 0) {
         throw DriveError("no port of the loopback address can be had");

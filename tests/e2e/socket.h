@@ -27,8 +27,8 @@ public:
     Socket(Socket&& other) noexcept : handle_(std::exchange(other.handle_, INVALID_SOCKET)) {}
     Socket& operator=(Socket&&) = delete;
 
-    /// A socket bound to a free port of the loopback address, not yet listening.
-    static Socket OnLoopback();
+    /// A socket bound to a free port of the loopback address 127.0.0.N, not yet listening.
+    static Socket OnLoopback(int lastNumber = 1);
 
     SOCKET Get() const { return handle_; }
     std::uint16_t Port() const;

@@ -1,0 +1,140 @@
+#include "e2e/scenario_run.h"
+
+#include <iostream>
+
+#include "e2e/options.h"
+#include "e2e/text.h"
+
+namespace swiftpatch::e2e {
+
+using scenarios::Line;
+using scenarios::Row;
+using scenarios::Table;
+
+const std::map<std::string, ScenarioRun::Action>& ScenarioRun::Actions() {
+    static const std::map<std::string, Action> kActions{
+        {"offers", &ScenarioRun::Offers},
+        {"installed", &ScenarioRun::Installed},
+        {"staged", &ScenarioRun::Staged},
+        {"animation", &ScenarioRun::Animation},
+        {"settings", &ScenarioRun::Settings},
+        {"file", &ScenarioRun::PlaceFile},
+        {"folder", &ScenarioRun::PlaceFolder},
+        {"held", &ScenarioRun::Hold},
+        {"locked", &ScenarioRun::Lock},
+        {"running", &ScenarioRun::RunElsewhere},
+        {"records", &ScenarioRun::Record},
+        {"box", &ScenarioRun::SeeBox},
+        {"failure", &ScenarioRun::SeeFailure},
+        {"shows", &ScenarioRun::SeeText},
+        {"caption", &ScenarioRun::SeeCaption},
+        {"sees", &ScenarioRun::SeeControl},
+        {"hidden", &ScenarioRun::SeeHidden},
+        {"report", &ScenarioRun::SeeReport},
+        {"download", &ScenarioRun::SeePercentage},
+        {"press", &ScenarioRun::PressButton},
+        {"untick", &ScenarioRun::Untick},
+        {"corner", &ScenarioRun::CloseByCorner},
+        {"asked", &ScenarioRun::AwaitRequests},
+        {"change", &ScenarioRun::ChangeFile},
+        {"ends", &ScenarioRun::AwaitEnd},
+        {"requests", &ScenarioRun::CheckRequests},
+        {"files", &ScenarioRun::CheckFiles},
+        {"content", &ScenarioRun::CheckContent},
+        {"started", &ScenarioRun::CheckStarted},
+    };
+    return kActions;
+}
+
+void ScenarioRun::TestBody() {
+    Play();
+    if (HasFailure()) {
+        std::cout << "The row " << row_.name << " of " << row_.line.Place() << ":\n  "
+                  << row_.purpose << "\n";
+        const std::filesystem::path folder = TestOptions().scratch / "screenshots";
+        const std::filesystem::path file = folder / (row_.name + ".png");
+        if (picture_) {
+            std::filesystem::create_directories(folder);
+            picture_->Save(file);
+            std::cout << "The screen: " << PathText(file) << "\n";
+        }
+        if (updater_) {
+            // One failure is enough; the transcript follows.
+            updater_->Running().Kill();
+        }
+    }
+    held_.clear();
+    locked_.reset();
+    running_.reset();
+}
+
+void ScenarioRun::Play() {
+    Installed("3.0.11.0");
+    for (const Line& line : row_.given) {
+        Do(line, Actions());
+    }
+    if (IsSkipped()) {
+        return;
+    }
+    if (HasFailure()) {
+        return;
+    }
+    PrepareServer();
+    Start();
+    for (const Line& line : row_.steps) {
+        Do(line, Actions());
+        if (HasFailure()) {
+            return;
+        }
+    }
+    held_.clear();
+    locked_.reset();
+    for (const Line& line : row_.checks) {
+        Do(line, Actions());
+    }
+}
+
+void ScenarioRun::Do(const Line& line, const std::map<std::string, Action>& actions) {
+    const testing::ScopedTrace place(line.file.c_str(), line.number, line.word + " " + line.rest);
+    try {
+        const auto found = actions.find(line.word);
+        if (found == actions.end()) {
+            throw DriveError("cannot be done on the real program");
+        }
+        (this->*found->second)(line.rest);
+    } catch (const std::exception& error) {
+        ADD_FAILURE_AT(line.file.c_str(), line.number) << error.what();
+    }
+    if (HasFailure() && updater_ && updater_->Running().Running()) {
+        KeepPicture();
+        std::cout << updater_->Describe() << "\n";
+    }
+}
+
+void ScenarioRun::KeepPicture() { picture_ = std::make_unique<ScreenPicture>(); }
+
+std::string ScenarioRun::WithNames(std::string text) {
+    if (text.find("{nobody}") != std::string::npos && !nobody_) {
+        nobody_.emplace();
+    }
+    text = scenarios::Replaced(text, "{folder}", FolderText());
+    text = scenarios::Replaced(text, "{server}", ServerFolder());
+    text = scenarios::Replaced(text, "{host}", server_.Host());
+    text = scenarios::Replaced(text, "{other}", other_.Host());
+    return nobody_ ? scenarios::Replaced(text, "{nobody}", nobody_->Host()) : text;
+}
+
+void RegisterScenarios(const std::filesystem::path& folder) {
+    // Lives as long as the tests, which refer to it.
+    static const Table kTable(folder);
+    for (const Row& row : kTable.Rows()) {
+        if (row.onProgram) {
+            ::testing::RegisterTest(
+                "Scenario", row.name.c_str(), nullptr, nullptr, row.line.file.c_str(),
+                row.line.number,
+                [&row]() -> ::testing::Test* { return new ScenarioRun(kTable, row); });
+        }
+    }
+}
+
+}  // namespace swiftpatch::e2e

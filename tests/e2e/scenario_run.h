@@ -1,0 +1,99 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "e2e/held_file.h"
+#include "e2e/read_only_folder.h"
+#include "e2e/screenshot.h"
+#include "e2e/update_run.h"
+#include "scenarios/table.h"
+
+namespace swiftpatch::e2e {
+
+/// A row of the scenario table, run on the real updater.
+class ScenarioRun : public UpdateRun {
+public:
+    ScenarioRun(const scenarios::Table& table, const scenarios::Row& row)
+        : table_(table), row_(row) {}
+
+private:
+    using Line = scenarios::Line;
+    using Action = void (ScenarioRun::*)(const std::string&);
+    /// The method and the name of the file that a request is about.
+    using RequestKind = std::pair<std::string, std::string>;
+
+    void TestBody() override;
+    void Play();
+    /// Does what a line says; a failure in it is reported with the line's place.
+    void Do(const Line& line, const std::map<std::string, Action>& actions);
+    static const std::map<std::string, Action>& Actions();
+
+    // What is there before the program starts.
+    void Offers(const std::string& version) { offered_ = version; }
+    void Installed(const std::string& version);
+    void Staged(const std::string& versionAndTime);
+    void Animation(const std::string& state);
+    void Settings(const std::string& contents);
+    void PlaceFile(const std::string& nameAndContent);
+    void PlaceFolder(const std::string& name);
+    void Hold(const std::string& name);
+    void Lock(const std::string&);
+    void RunElsewhere(const std::string& arguments);
+    void Record(const std::string&) { LetMainProgramRecord(); }
+
+    // The server.
+    void PrepareServer();
+    Reply UsualReply(const std::string& name) const;
+    Reply ReplyOf(const scenarios::Script& script);
+    void Apply(const scenarios::Answer& answer, Reply& reply);
+    void SayInTurns(const RequestKind& kind, const std::vector<const scenarios::Script*>& scripts);
+    HttpServer& ServerOf(const std::string& name);
+
+    // What the user sees and does.
+    void SeeBox(const std::string& nameAndAnswer);
+    void SeeFailure(const std::string& name);
+    void SeeText(const std::string& controlAndText);
+    void SeeCaption(const std::string& text);
+    void SeeControl(const std::string& control);
+    void SeeHidden(const std::string& control);
+    void SeeReport(const std::string& text);
+    void SeePercentage(const std::string& number);
+    void PressButton(const std::string& control);
+    void Untick(const std::string&);
+    void CloseByCorner(const std::string&);
+    void AwaitRequests(const std::string& count);
+    void ChangeFile(const std::string& nameAndContent);
+    void AwaitEnd(const std::string&);
+
+    // What must be true at the end.
+    void CheckRequests(const std::string& requests);
+    void CheckFiles(const std::string& differences);
+    void CheckContent(const std::string& nameAndContent);
+    void CheckStarted(const std::string& yesOrNo);
+
+    std::string Content(const std::string& description) const;
+    std::string WithNames(std::string text);
+    std::vector<std::string> RequestsSeen() const;
+    void KeepPicture();
+
+    const scenarios::Table& table_;
+    const scenarios::Row& row_;
+    std::string offered_ = "3.0.12.5";
+    HttpServer other_{2};
+    std::optional<DeadPort> nobody_;
+    std::vector<std::unique_ptr<HeldFile>> held_;
+    std::unique_ptr<ReadOnlyFolder> locked_;
+    std::unique_ptr<AppFolder> elsewhere_;
+    std::unique_ptr<MainProgram> running_;
+    std::unique_ptr<ScreenPicture> picture_;  ///< The last one before a step that ends something.
+};
+
+/// Makes a test of every row of the folder's tables that runs on the real program.
+void RegisterScenarios(const std::filesystem::path& folder);
+
+}  // namespace swiftpatch::e2e
