@@ -5,6 +5,8 @@
 namespace swiftpatch {
 namespace {
 
+constexpr LONG kMostRedirects = 10;
+
 /// The control's state for a status of the platform; 0 for none.
 int StateOf(DWORD status) {
     switch (status) {
@@ -45,6 +47,12 @@ void Exchange::Post(UINT message, DWORD value) const {
     ::PostMessageA(window_, message, number_, static_cast<LPARAM>(value));
 }
 
+void Exchange::NoteRedirect() {
+    if (::InterlockedIncrement(&redirects_) == kMostRedirects + 1) {
+        Post(kCompletedMessage, ERROR_HTTP_REDIRECT_FAILED);
+    }
+}
+
 void Exchange::Release() {
     if (::InterlockedDecrement(&owners_) == 0) {
         delete this;
@@ -61,6 +69,8 @@ void CALLBACK OnInternetStatus(HINTERNET /*handle*/, DWORD_PTR context, DWORD st
         exchange->Release();
     } else if (status == INTERNET_STATUS_REQUEST_COMPLETE) {
         Complete(*exchange, *static_cast<const INTERNET_ASYNC_RESULT*>(detail));
+    } else if (status == INTERNET_STATUS_REDIRECT) {
+        exchange->NoteRedirect();
     } else if (StateOf(status) != 0 && !exchange->Hushed()) {
         exchange->Post(Exchange::kStateMessage, static_cast<DWORD>(StateOf(status)));
     }

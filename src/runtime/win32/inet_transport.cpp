@@ -233,6 +233,10 @@ void InetTransport::Request::OnCompleted(DWORD error) {
 
 void InetTransport::Request::OnAnswered(DWORD error) {
     const std::uint32_t number = exchange->Number();
+    if (exchange->Redirected()) {
+        // Some platforms' connection handle now stands for the server of the other address.
+        server.clear();
+    }
     if (error != ERROR_SUCCESS) {
         owner.OnFailed(number, TransferErrorNumber(error, false));
         return;
