@@ -84,15 +84,9 @@ void HttpServer::AcceptConnections() {
 void HttpServer::Serve(Socket connection, int number) {
     connection.MakeNonBlocking();
     std::string rest;
-    if (const std::optional<Rule> early = FindEarly()) {
-        if (!SendReply(connection, early->reply, early->method != "HEAD")) {
-            return;
-        }
-        const std::string head = ReadRequestHead(connection, rest);
-        if (head.empty()) {
-            return;
-        }
-        Take(head, number);
+    const std::optional<Rule> early = FindEarly();
+    if (early && !ServeEarly(connection, number, *early)) {
+        return;
     }
     while (ServeOne(connection, number, rest)) {
     }
@@ -104,6 +98,20 @@ std::optional<HttpServer::Rule> HttpServer::FindEarly() const {
         return rule.reply.early == requests_.size();
     });
     return found == rules_.end() ? std::nullopt : std::optional<Rule>(*found);
+}
+
+bool HttpServer::ServeEarly(Socket& connection, int number, const Rule& rule) {
+    Reply reply = rule.reply;
+    reply.afterwards = Afterwards::kKeep;
+    if (!SendReply(connection, reply, rule.method != "HEAD")) {
+        return false;
+    }
+    std::string rest;
+    const std::string head = ReadRequestHead(connection, rest);
+    if (!head.empty()) {
+        Take(head, number);
+    }
+    return EndConnection(connection, rule.reply);
 }
 
 bool HttpServer::ServeOne(Socket& connection, int number, std::string& rest) {
@@ -190,7 +198,7 @@ bool HttpServer::SendHead(const Socket& connection, const Reply& reply) const {
 bool HttpServer::EndConnection(Socket& connection, const Reply& reply) const {
     if (reply.afterwards == Afterwards::kReset) {
         // What was sent must not be lost with the reset.
-        Rest(milliseconds(reply.raw && reply.raw->empty() ? 0 : 300));
+        Rest(milliseconds(reply.raw && reply.raw->empty() ? 0 : 30));
         connection.Reset();
     }
     return reply.afterwards == Afterwards::kKeep;

@@ -70,6 +70,8 @@ private:
 
     void AcceptConnections();
     void Serve(Socket connection, int number);
+    /// Sends the rule's answer and then reads its request. False when the connection is over.
+    bool ServeEarly(Socket& connection, int number, const Rule& rule);
     /// False when the connection is over.
     bool ServeOne(Socket& connection, int number, std::string& rest);
     /// The rule whose answer is to be sent now, before the request that it belongs to.

@@ -49,6 +49,9 @@ const std::map<std::string, ScenarioRun::Action>& ScenarioRun::Actions() {
 void ScenarioRun::TestBody() {
     Play();
     if (HasFailure()) {
+        if (updater_) {
+            std::cout << "In the end " << updater_->Describe() << "\n";
+        }
         std::cout << "The row " << row_.name << " of " << row_.line.Place() << ":\n  "
                   << row_.purpose << "\n";
         const std::filesystem::path folder = TestOptions().scratch / "screenshots";
@@ -107,7 +110,6 @@ void ScenarioRun::Do(const Line& line, const std::map<std::string, Action>& acti
     }
     if (HasFailure() && updater_ && updater_->Running().Running()) {
         KeepPicture();
-        std::cout << updater_->Describe() << "\n";
     }
 }
 

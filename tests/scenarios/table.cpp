@@ -8,14 +8,27 @@ namespace swiftpatch::scenarios {
 namespace fs = std::filesystem;
 namespace {
 
-const std::set<std::string> kGiven{
-    "runs", "offers", "installed", "staged", "animation", "settings", "file",       "folder",
-    "held", "locked", "running",   "clock",  "zone",      "records",  "connection", "patience"};
-const std::set<std::string> kSteps{"box",    "failure", "shows",  "caption", "sees",
-                                   "hidden", "press",   "untick", "corner",  "download",
-                                   "asked",  "ends",    "passes", "change"};
-const std::set<std::string> kChecks{"requests", "files",   "content", "report",
-                                    "boxes",    "started", "yields"};
+using Words = std::set<std::string>;
+
+// Functions, since a table may be read before this file's own constants are there.
+const Words& Given() {
+    static const Words kWords{
+        "runs", "offers", "installed", "staged",  "animation", "file",    "settings",   "folder",
+        "held", "locked", "clock",     "running", "zone",      "records", "connection", "patience"};
+    return kWords;
+}
+
+const Words& Steps() {
+    static const Words kWords{"box",    "failure", "shows",  "caption", "sees",
+                              "hidden", "press",   "untick", "corner",  "download",
+                              "asked",  "ends",    "change", "report",  "off"};
+    return kWords;
+}
+
+const Words& Checks() {
+    static const Words kWords{"requests", "files", "content", "started", "yields", "lasts"};
+    return kWords;
+}
 
 [[noreturn]] void Refuse(const Line& line, const std::string& message) {
     throw TableError(message + " (" + line.Place() + ")");
@@ -146,7 +159,7 @@ void Table::ReadLine(Line line) {
         ReadRunners(rows_.back(), line);
     } else if (line.word == "answer") {
         rows_.back().scripts.push_back(ParseScript(line));
-    } else if (kGiven.count(line.word) != 0) {
+    } else if (Given().count(line.word) != 0) {
         rows_.back().given.push_back(line);
     } else {
         rows_.back().steps.push_back(line);
@@ -158,11 +171,11 @@ void Table::Finish(Row& row) const {
     std::vector<Line> inherited;
     std::vector<Line> steps;
     for (const Line& line : row.steps) {
-        if (kChecks.count(line.word) != 0) {
+        if (Checks().count(line.word) != 0) {
             row.checks.push_back(line);
             continue;
         }
-        if (kSteps.count(line.word) != 0) {
+        if (Steps().count(line.word) != 0) {
             steps.push_back(line);
             continue;
         }
@@ -171,7 +184,7 @@ void Table::Finish(Row& row) const {
             Refuse(line, "unknown: " + line.word + " " + line.rest);
         }
         for (const Line& step : found->second) {
-            (kChecks.count(step.word) != 0 ? inherited : steps).push_back(step);
+            (Checks().count(step.word) != 0 ? inherited : steps).push_back(step);
         }
     }
     row.steps = steps;

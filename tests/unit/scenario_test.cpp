@@ -5,6 +5,7 @@
 #include <map>
 #include <utility>
 
+#include "app/shared_state.h"
 #include "install/frmRunning.h"
 #include "scenarios/table.h"
 #include "unit/check_support.h"
@@ -90,11 +91,11 @@ private:
             {"shows", &Self::SeeText},         {"caption", &Self::SeeCaption},
             {"sees", &Self::SeeControl},       {"hidden", &Self::SeeHidden},
             {"report", &Self::SeeReport},      {"press", &Self::Press},
-            {"untick", &Self::Untick},         {"passes", &Self::LetPass},
+            {"untick", &Self::Untick},         {"lasts", &Self::CheckTime},
             {"ends", &Self::AwaitEnd},         {"requests", &Self::CheckRequests},
             {"files", &Self::CheckFiles},      {"content", &Self::CheckContent},
             {"yields", &Self::CheckYields},    {"box", &Self::CheckBox},
-            {"failure", &Self::Pass},
+            {"failure", &Self::Pass},          {"off", &Self::SwitchOff},
         };
         return kActions;
     }
@@ -112,6 +113,7 @@ private:
             Window().Inet1.RequestTimeout = std::numeric_limits<std::int32_t>::max();
         }
         const std::int64_t pumps = world.pumps;
+        const std::int64_t start = world.uptime;
         for (const Line& line : row_.steps) {
             Do(line);
             if (HasFatalFailure()) {
@@ -119,6 +121,7 @@ private:
             }
         }
         pumps_ = world.pumps - pumps;
+        seconds_ = (world.uptime - start) / 1000;
         for (const Line& line : row_.checks) {
             Do(line);
         }
@@ -149,7 +152,8 @@ private:
     void Staged(const std::string& versionAndTime) {
         std::string time = versionAndTime;
         const std::string version = scenarios::TakeWord(time);
-        world.AddFile("tolvex30.exe", Content(version), TimeIn(time));
+        world.AddFile("tolvex30.exe", Content(version),
+                      AddMinutes(TimeIn(time), world.utcOffsetMinutes));
     }
 
     void Animation(const std::string& state) {
@@ -365,7 +369,14 @@ private:
     }
 
     void Untick(const std::string&) { Window().chkRunTolvex.Value = CheckState::kUnchecked; }
-    void LetPass(const std::string& seconds) { world.PumpFor(std::stoll(seconds) * 1000); }
+
+    // The only way out of a wait that never ends.
+    void SwitchOff(const std::string& seconds) {
+        const std::int64_t milliseconds = std::stoll(seconds) * 1000;
+        world.After(milliseconds, [this] { world.EndRun(); });
+        world.PumpFor(milliseconds + 1000);
+        EXPECT_TRUE(world.RunOver());
+    }
 
     void AwaitEnd(const std::string&) {
         EXPECT_TRUE(PumpUntil([this] { return world.RunOver(); }));
@@ -423,6 +434,15 @@ private:
         }
     }
 
+    // "120 to 130"
+    void CheckTime(const std::string& limits) {
+        std::string most = limits;
+        const std::int64_t least = std::stoll(scenarios::TakeWord(most));
+        scenarios::TakeBeginning(most, "to");
+        EXPECT_GE(seconds_, least);
+        EXPECT_LE(seconds_, std::stoll(most));
+    }
+
     void CheckYields(const std::string& count) { EXPECT_GE(pumps_, std::stoll(count)); }
 
     const Table& table_;
@@ -430,6 +450,7 @@ private:
     std::string offered_ = "3.0.12.5";
     bool endless_ = false;
     std::int64_t pumps_ = 0;
+    std::int64_t seconds_ = 0;
     std::map<std::string, std::string> before_;
 };
 
