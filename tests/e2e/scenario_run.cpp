@@ -11,6 +11,12 @@ using scenarios::Line;
 using scenarios::Row;
 using scenarios::Table;
 
+namespace {
+
+constexpr milliseconds kLongestStart{150000};
+
+}  // namespace
+
 const std::map<std::string, ScenarioRun::Action>& ScenarioRun::Actions() {
     static const std::map<std::string, Action> kActions{
         {"offers", &ScenarioRun::Offers},
@@ -84,6 +90,13 @@ void ScenarioRun::Play() {
     }
     PrepareServer();
     Start();
+    // On a machine with much else to do the start alone can take longer than any later stage.
+    WaitUntil(
+        [this] {
+            return updater_->Window(kMain) != nullptr || updater_->MessageBoxNow() ||
+                   !updater_->Running().Running();
+        },
+        kLongestStart);
     for (const Line& line : row_.steps) {
         Do(line, Actions());
         if (HasFailure()) {

@@ -9,8 +9,8 @@
 namespace swiftpatch::e2e {
 namespace {
 
-constexpr milliseconds kStage{45000};
-constexpr milliseconds kSoon{15000};
+constexpr milliseconds kStage{60000};
+constexpr milliseconds kSoon{30000};
 
 // "name = content": the name is left, the content returned.
 std::string TakeContent(std::string& text) {
