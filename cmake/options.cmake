@@ -1,4 +1,5 @@
 option(SWIFTPATCH_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+option(SWIFTPATCH_LIBFUZZER "Build the fuzz targets for libFuzzer (clang only)" OFF)
 option(SWIFTPATCH_WINDOWS_TESTS "Build the programs that test the product on Windows" OFF)
 
 # A build in another folder, or of another day, gives the same bytes.
@@ -9,6 +10,10 @@ if(SWIFTPATCH_SANITIZE)
         -fno-omit-frame-pointer)
     add_compile_definitions(_GLIBCXX_ASSERTIONS)
     add_link_options(-fsanitize=address,undefined)
+endif()
+
+if(SWIFTPATCH_LIBFUZZER)
+    add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
 if(WIN32)
