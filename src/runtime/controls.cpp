@@ -1,15 +1,17 @@
 #include "runtime/controls.h"
 
+#include <algorithm>
+#include <array>
+
 #include "runtime/form.h"
 #include "runtime/runtime_error.h"
 
 namespace swiftpatch {
 
 Color Rgb(int red, int green, int blue) {
-    for (const int part : {red, green, blue}) {
-        if (part < 0 || part > 255) {
-            throw RuntimeError(error_number::kInvalidProcedureCall);
-        }
+    const std::array parts{red, green, blue};
+    if (std::any_of(parts.begin(), parts.end(), [](int part) { return part < 0 || part > 255; })) {
+        throw RuntimeError(error_number::kInvalidProcedureCall);
     }
     return static_cast<Color>(red | green << 8 | blue << 16);
 }

@@ -47,12 +47,12 @@ void InetTransport::Open(std::uint32_t request, const HttpAddress& address,
         });
     };
     for (const int state : request_->reply.states) {
-        post([state](Inet& owner, Request& mine) { owner.OnState(mine.number, state); });
+        post([state](Inet& owner, const Request& mine) { owner.OnState(mine.number, state); });
     }
     if (request_->reply.silent) {
         return;
     }
-    post([](Inet& owner, Request& mine) {
+    post([](Inet& owner, const Request& mine) {
         if (mine.reply.failure != 0) {
             owner.OnFailed(mine.number, mine.reply.failure);
         } else {

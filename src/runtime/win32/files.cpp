@@ -61,7 +61,7 @@ void WriteOut(OpenFile& open) {
 }
 
 LineReader& LinesOf(int number) {
-    OpenFile& open = FileOf(number);
+    const OpenFile& open = FileOf(number);
     if (!open.lines) {
         throw RuntimeError(error_number::kBadFileMode);
     }

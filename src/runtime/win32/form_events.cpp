@@ -43,11 +43,12 @@ void OnTimer(const FormPeer& form, WPARAM id) {
     if (RunIsOver() || EventsAreHeld()) {
         return;
     }
-    for (Timer* timer : form.form.Timers()) {
-        if (static_cast<WPARAM>(timer->Id()) == id) {
-            RaiseEvent([timer] { timer->RaiseElapsed(); });
-            return;
-        }
+    const std::vector<Timer*>& timers = form.form.Timers();
+    const auto found = std::find_if(timers.begin(), timers.end(), [id](const Timer* timer) {
+        return static_cast<WPARAM>(timer->Id()) == id;
+    });
+    if (found != timers.end()) {
+        RaiseEvent([timer = *found] { timer->RaiseElapsed(); });
     }
 }
 
