@@ -1,5 +1,7 @@
 #include "runtime/win32/form_events.h"
 
+#include <algorithm>
+
 #include "runtime/events.h"
 
 namespace swiftpatch {
