@@ -39,6 +39,10 @@ void InetTransport::Open(std::uint32_t request, const HttpAddress& address,
     request_ = std::make_shared<Request>();
     request_->number = request;
     request_->reply = std::move(reply);
+    TheWorld().network.onBreak = [this, request](std::int32_t errorNumber) {
+        owner_.OnFailed(request, errorNumber);
+    };
+    TheWorld().network.onReport = [this, request](int state) { owner_.OnState(request, state); };
     const auto post = [this, mine = request_](auto notify) {
         TheWorld().network.Post([this, mine, notify] {
             if (mine->open) {
@@ -88,6 +92,8 @@ void InetTransport::Close() {
     if (request_) {
         request_->open = false;
         request_.reset();
+        TheWorld().network.onBreak = nullptr;
+        TheWorld().network.onReport = nullptr;
     }
 }
 

@@ -50,6 +50,18 @@ Reply Network::Take(const std::string& request) {
     return reply;
 }
 
+void Network::Break(std::int32_t errorNumber) const {
+    if (const auto action = onBreak) {
+        action(errorNumber);
+    }
+}
+
+void Network::Report(int state) const {
+    if (const auto action = onReport) {
+        action(state);
+    }
+}
+
 bool Network::DeliverOne() {
     if (queue_.empty()) {
         return false;

@@ -47,12 +47,20 @@ public:
     /// Used by the transport.
     Reply Take(const std::string& request);
 
+    /// The request under way fails with this error, or reports this state; nothing without one.
+    void Break(std::int32_t errorNumber) const;
+    void Report(int state) const;
+
     /// Notifications under way; each pump hands out one.
     void Post(std::function<void()> notification) { queue_.push_back(std::move(notification)); }
     bool DeliverOne();
 
     /// Every request that was made, in order.
     const std::vector<std::string>& Requests() const { return requests_; }
+
+    /// What reaches the request under way: set by the transport while there is one.
+    std::function<void(std::int32_t errorNumber)> onBreak;
+    std::function<void(int state)> onReport;
 
     /// How many blocks of bodies the program has asked for.
     std::size_t blocksAskedFor = 0;

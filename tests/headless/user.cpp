@@ -37,22 +37,33 @@ void User::AtDialog(const std::string& form, std::function<void(Form&)> act) {
     dialogs_.push_back({form, std::move(act)});
 }
 
+bool User::TakeBoxScript(const std::string& text, const std::string& title, BoxScript& script) {
+    if (boxes_.empty() || (text.find(boxes_.front().text) == std::string::npos &&
+                           title.find(boxes_.front().text) == std::string::npos)) {
+        return false;
+    }
+    script = std::move(boxes_.front());
+    boxes_.pop_front();
+    return true;
+}
+
 MsgBoxAnswer User::ShowBox(const std::string& text, int style, const std::string& title) {
     const std::string box = std::to_string(style) + " " + Quoted(title) + " " + Quoted(text);
     const bool yesNo = (style & 15) == msgbox::kYesNo;
     MsgBoxAnswer answer = yesNo ? MsgBoxAnswer::kNo : MsgBoxAnswer::kOk;
-    if (boxes_.empty() || (text.find(boxes_.front().text) == std::string::npos &&
-                           title.find(boxes_.front().text) == std::string::npos)) {
-        ADD_FAILURE() << "unscripted message box: " << box;
-    } else {
-        const BoxScript script = std::move(boxes_.front());
-        boxes_.pop_front();
+    BoxScript script;
+    if (TakeBoxScript(text, title, script)) {
         answer = script.answer;
         EXPECT_EQ(yesNo, answer != MsgBoxAnswer::kOk) << "no such button in the box: " << box;
         const Nested open(openBoxes_);
         if (script.whileOpen) {
             script.whileOpen();
         }
+    } else if (onAnyBox) {
+        const Nested open(openBoxes_);
+        answer = onAnyBox(text, style, title);
+    } else {
+        ADD_FAILURE() << "unscripted message box: " << box;
     }
     trace_.Add("MsgBox " + box + " -> " + NameOf(answer));
     return answer;
@@ -60,16 +71,19 @@ MsgBoxAnswer User::ShowBox(const std::string& text, int style, const std::string
 
 void User::ShowDialog(Form& form) {
     trace_.Add(form.Name() + ".ShowModal");
-    if (dialogs_.empty() || dialogs_.front().form != form.Name()) {
+    std::function<void(Form&)> act = onAnyDialog;
+    if (!dialogs_.empty() && dialogs_.front().form == form.Name()) {
+        act = std::move(dialogs_.front().act);
+        dialogs_.pop_front();
+    }
+    if (!act) {
         ADD_FAILURE() << "unscripted dialog: " << form.Name();
         form.Unload();
         return;
     }
-    const DialogScript script = std::move(dialogs_.front());
-    dialogs_.pop_front();
     modal_.push_back(&form);
     try {
-        script.act(form);
+        act(form);
     } catch (...) {
         modal_.pop_back();
         throw;

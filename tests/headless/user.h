@@ -26,6 +26,12 @@ public:
     /// The next modal form must be of that name; `act` has to close it.
     void AtDialog(const std::string& form, std::function<void(Form&)> act);
 
+    /// Answers every box that nothing was scripted for; what it does happens while the box is open.
+    std::function<MsgBoxAnswer(const std::string& text, int style, const std::string& title)>
+        onAnyBox;
+    /// Deals with every dialog that nothing was scripted for; it has to close it.
+    std::function<void(Form&)> onAnyDialog;
+
     // Used by the runtime.
     MsgBoxAnswer ShowBox(const std::string& text, int style, const std::string& title);
     void ShowDialog(Form& form);
@@ -33,6 +39,9 @@ public:
     /// True when the person can reach a control of that form: no box and no other modal form is
     /// in the way.
     bool CanReach(const Form& form) const;
+    /// The modal form that was opened last, or null.
+    Form* TopDialog() const { return modal_.empty() ? nullptr : modal_.back(); }
+    int OpenBoxes() const { return openBoxes_; }
 
 private:
     struct BoxScript {
@@ -45,10 +54,12 @@ private:
         std::function<void(Form&)> act;
     };
 
+    bool TakeBoxScript(const std::string& text, const std::string& title, BoxScript& script);
+
     Trace& trace_;
     std::deque<BoxScript> boxes_;
     std::deque<DialogScript> dialogs_;
-    std::deque<const Form*> modal_;
+    std::deque<Form*> modal_;
     int openBoxes_ = 0;
 };
 

@@ -105,10 +105,13 @@ void World::PumpOnce(bool resting) {
     }
     ++pumps;
     const Nested pumping(depth_);
+    if (inEachYield) {
+        inEachYield();
+    }
     const bool handled =
         RunScripts() || (!EventsAreHeld() && (network.DeliverOne() || FireTimer()));
     if (resting && !handled) {
-        Advance(1);
+        Advance(restStep);
     }
     if (uptime >= lastClocked_ + kClockPeriod) {
         lastClocked_ = uptime;

@@ -65,6 +65,8 @@ public:
     std::vector<DesktopWindow> desktop;  ///< From the top down.
     /// Runs inside each reading of an INI file, when set.
     std::function<void()> whileReadingProfile;
+    /// Runs at the start of each yield, when set; whatever it does happens inside that yield.
+    std::function<void()> inEachYield;
 
     /// Milliseconds since 1970 on the local clock, and how far that clock is from UTC.
     std::int64_t localMilliseconds = 0;
@@ -73,6 +75,8 @@ public:
     std::int64_t uptime = 0;
     /// Every look at a clock moves it by so many milliseconds.
     int clockStep = 0;
+    /// How long a yield rests when nothing is waiting.
+    int restStep = 1;
 
     void SetLocalTime(DateTime time);
     void Advance(std::int64_t milliseconds);
@@ -93,6 +97,8 @@ public:
     void Dispatch(const std::function<void()>& procedure);
     /// Pumps for so many milliseconds, or until the run is over.
     void PumpFor(std::int64_t milliseconds);
+    /// How many event procedures and yields are on the stack.
+    int Depth() const { return depth_; }
 
     /// What a person does. A click on something that is not to be reached does nothing.
     void Click(const Form& form, CommandButton& button);

@@ -1,0 +1,121 @@
+#include "app/branding.h"
+#include "headless/disk.h"
+#include "reentry/machine.h"
+#include "runtime/runtime_error.h"
+
+namespace swiftpatch::reentry {
+
+using headless::FileReply;
+using headless::HeaderReply;
+using headless::Reply;
+using headless::World;
+
+namespace {
+
+constexpr const char* kServerDate = "Tue, 10 Mar 2026 10:00:00 GMT";
+constexpr const char* kFolder = "http://tolvex.example/files/";
+const DateTime kOlder = MakeDateTime({2026, 3, 9, 10, 0, 0});
+const DateTime kNewer = MakeDateTime({2026, 3, 11, 10, 0, 0});
+
+Reply Lost() {
+    Reply lost;
+    lost.failure = error_number::kNoConnection;
+    return lost;
+}
+
+/// A machine on which everything is in order and a newer build is on the server.
+void Offer(World& world) {
+    const std::string build = kFolder + std::string("tolvex30.exe");
+    world.AddFile("tolvex.dta.txt",
+                  "[Updates]\r\nServerDownloadPath=tolvex.example/files/\r\n"
+                  "LogFileName=error.log\r\n");
+    world.AddFile("error.log", "one\r\ntwo\r\n");
+    world.AddFile("filecopy.avi", "RIFF");
+    world.AddFile("tolvex.exe", kOldBuild);
+    Reply offer = FileReply(kNewBuild, kServerDate);
+    offer.blockSize = 16384;
+    world.network.Answer("HEAD " + build, offer);
+    world.network.Answer("GET " + build, offer);
+    world.network.Answer("HEAD " + std::string(kFolder) + "LICENSE.TXT",
+                         HeaderReply("Content-Length: 5000\r\n"));
+    const Reply animation = FileReply(std::string(4000, 'a'));
+    world.network.Answer("HEAD " + std::string(kFolder) + "filecopy.avi", animation);
+    world.network.Answer("GET " + std::string(kFolder) + "filecopy.avi", animation);
+    // For a run that does not find its data file.
+    for (const char* name : {"tolvex30.exe", "LICENSE.TXT"}) {
+        world.network.Answer("HEAD http://" SWIFTPATCH_DEFAULT_SERVER + std::string(name), Lost());
+    }
+}
+
+void OfferWhatIsInstalled(World& world) {
+    Offer(world);
+    world.AddFile("tolvex.exe", kNewBuild);
+    world.AddFile("tolvex30.exe", kNewBuild, kNewer);
+}
+
+void OfferWithoutAnimation(World& world) {
+    Offer(world);
+    world.disk.Remove(world.PathOf("filecopy.avi"));
+}
+
+void OfferWhatIsStaged(World& world) {
+    Offer(world);
+    world.AddFile("tolvex30.exe", kNewBuild, kNewer);
+}
+
+void OfferInPlaceOfAnOlderBuild(World& world) {
+    Offer(world);
+    world.AddFile("tolvex30.exe", headless::Build("3.0.11.9", 70000), kOlder);
+}
+
+void OfferToInstallAtOnce(World& world) {
+    Offer(world);
+    world.AddFile("tolvex.dta.txt",
+                  "[Updates]\r\nServerDownloadPath=tolvex.example/files/\r\nInstallAtOnce=1\r\n");
+}
+
+void StallOnce(World& world) {
+    Offer(world);
+    Reply stalled = FileReply(kNewBuild, kServerDate);
+    stalled.stallAfter = 40000;
+    world.network.AnswerNext("GET " + std::string(kFolder) + "tolvex30.exe", stalled);
+}
+
+void LoseTheServer(World& world) {
+    Offer(world);
+    for (const char* name : {"tolvex30.exe", "LICENSE.TXT"}) {
+        world.network.Answer("HEAD " + std::string(kFolder) + name, Lost());
+    }
+}
+
+void RunTheMainProgram(World& world) {
+    OfferWhatIsStaged(world);
+    world.desktop.push_back({0x500, "q-Tolvex.exe", "q-Tolvex.exe", 0, false, {}});
+}
+
+}  // namespace
+
+// The new one has the smallest size that counts as a build, so that runs are short; the licence
+// text proves the connection then.
+const std::string kOldBuild = headless::Build("3.0.11.0", 81000);
+const std::string kNewBuild = headless::Build("3.0.12.5", 80000);
+
+std::vector<Scenario> AllScenarios() {
+    return {
+        {"NothingToDo", OfferWhatIsInstalled, {}},
+        {"FullDownload", Offer, {}},
+        {"ReplacedDownload", OfferInPlaceOfAnOlderBuild, {}},
+        {"MissingAnimation", OfferWithoutAnimation, {}},
+        {"Install", OfferWhatIsStaged, {Deed::kInstall}},
+        {"InstallAtOnce", OfferToInstallAtOnce, {}},
+        {"RetryAfterTimeOut", StallOnce, {Deed::kRetry}},
+        {"NoServer", LoseTheServer, {}},
+        {"RunningProgram", RunTheMainProgram, {Deed::kInstall}},
+        {"ErrorLogViewer", LoseTheServer, {Deed::kReadLog}},
+        {"SplashHandOver", OfferWhatIsInstalled, {}, true},
+        {"CloseDuringDownload", Offer, {Deed::kCloseByCorner}},
+        {"SessionEnd", Offer, {Deed::kEndSession}},
+    };
+}
+
+}  // namespace swiftpatch::reentry
