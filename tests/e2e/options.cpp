@@ -26,6 +26,17 @@ bool TakePath(const std::string& argument, const std::string& name, fs::path& pa
     return true;
 }
 
+// The same for a whole number.
+template <class Number>
+bool TakeNumber(const std::string& argument, const std::string& name, Number& number) {
+    const std::string beginning = "--" + name + "=";
+    if (!BeginsWith(argument, beginning)) {
+        return false;
+    }
+    number = static_cast<Number>(std::stoul(argument.substr(beginning.size())));
+    return true;
+}
+
 }  // namespace
 
 Options ReadOptions(int count, char** arguments) {
@@ -42,9 +53,15 @@ Options ReadOptions(int count, char** arguments) {
         } else if (!TakePath(argument, "updater", options.updater) &&
                    !TakePath(argument, "fixtures", options.fixtures) &&
                    !TakePath(argument, "scenarios", options.scenarios) &&
-                   !TakePath(argument, "scratch", options.scratch)) {
+                   !TakePath(argument, "scratch", options.scratch) &&
+                   !TakeNumber(argument, "kills", options.kills) &&
+                   !TakeNumber(argument, "monkey", options.monkeySeconds) &&
+                   !TakeNumber(argument, "seed", options.seed)) {
             throw DriveError("unknown argument " + argument);
         }
+    }
+    if (options.seed == 0) {
+        options.seed = GetTickCount();
     }
     fs::create_directories(options.scratch);
     return options;

@@ -30,7 +30,8 @@ std::wstring Surroundings(const std::string& httpProxy) {
 }  // namespace
 
 Process::Process(const std::filesystem::path& program, const std::wstring& arguments,
-                 const std::string& httpProxy) {
+                 const std::string& httpProxy)
+    : program_(program) {
     std::wstring commandLine = L"\"" + program.native() + L"\"";
     if (!arguments.empty()) {
         commandLine += L" " + arguments;

@@ -22,6 +22,9 @@ public:
     Process& operator=(const Process&) = delete;
 
     DWORD Id() const { return id_; }
+    HANDLE Handle() const { return handle_; }
+    /// The file that was started; empty for a program that was found.
+    const std::filesystem::path& Program() const { return program_; }
     bool Running() const;
     /// False when it still runs after `limit`.
     bool WaitForEnd(milliseconds limit) const;
@@ -32,6 +35,7 @@ public:
     std::size_t PeakWorkingSet() const;
 
 private:
+    std::filesystem::path program_;
     HANDLE handle_ = nullptr;
     DWORD id_ = 0;
 };

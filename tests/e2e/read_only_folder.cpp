@@ -1,8 +1,6 @@
 #include "e2e/read_only_folder.h"
 
-#include <algorithm>
-#include <string>
-
+#include "e2e/shell_below.h"
 #include "e2e/text.h"
 #include "e2e/wait.h"
 #include "e2e/win32.h"
@@ -11,7 +9,6 @@ namespace swiftpatch::e2e {
 namespace fs = std::filesystem;
 namespace {
 
-constexpr wchar_t kShell[] = L"Z:\\bin\\sh";
 // The folder is free again when the marker has gone, or after two minutes at the latest: a test
 // that is stopped must not leave behind what nobody can delete. For an ordinary user the first
 // command is enough, for root only the second one is.
@@ -19,26 +16,6 @@ constexpr char kScript[] =
     "chmod a-w \\\"$0\\\"; chattr +i \\\"$0\\\"; n=0; "
     "while [ -e \\\"$1\\\" ] && [ $n -lt 600 ]; do sleep 0.2; n=$((n+1)); done; "
     "chattr -i \\\"$0\\\"; chmod u+w \\\"$0\\\"";
-
-// The path as the system below knows it, which is that of drive Z.
-std::string PathBelow(const fs::path& path) {
-    std::string text = PathText(path);
-    std::replace(text.begin(), text.end(), '\\', '/');
-    return BeginsWith(text, "Z:") ? text.substr(2) : text;
-}
-
-void RunScript(const fs::path& folder, const fs::path& marker) {
-    std::wstring commandLine = Wide("sh -c \"" + std::string(kScript) + "\" \"" +
-                                    PathBelow(folder) + "\" \"" + PathBelow(marker) + "\"");
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION made = {};
-    if (CreateProcessW(kShell, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                       &startup, &made) != 0) {
-        CloseHandle(made.hThread);
-        CloseHandle(made.hProcess);
-    }
-}
 
 bool Writable(const fs::path& folder) {
     const HANDLE file = CreateFileW((folder / "trial").c_str(), GENERIC_WRITE, 0, nullptr,
@@ -56,7 +33,7 @@ ReadOnlyFolder::ReadOnlyFolder(const fs::path& folder)
     : folder_(folder), marker_(folder.parent_path() / (folder.filename().native() + L".locked")) {
     constexpr milliseconds kLongestStart{20000};
     WriteWholeFile(marker_, "");
-    RunScript(folder_, marker_);
+    RunBelow(kScript, {PathBelow(folder_), PathBelow(marker_)});
     effective_ = WaitUntil([this] { return !Writable(folder_); }, kLongestStart);
 }
 

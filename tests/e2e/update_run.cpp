@@ -128,6 +128,9 @@ void UpdateRun::StartToMainWindow() {
 
 // What goes as fast as it came would otherwise be missing in the transcript.
 void UpdateRun::AwaitInTranscript(HWND window) {
+    if (!transcript_) {
+        return;
+    }
     Await(
         "the window in the transcript", [&] { return transcript_->HasSeen(window); },
         kLongestReaction);

@@ -72,6 +72,8 @@ protected:
     void AwaitPercentage(int percentage);
     /// Switches off the start of the main program, presses Close and waits for the end.
     void CloseQuietly();
+    /// Ends the main program that the updater started, if it did.
+    void EndStartedMainProgram() const;
     /// Presses Close and waits for the end; the main program must not be left to be started.
     void Close();
 
@@ -102,7 +104,6 @@ protected:
 
 private:
     void AwaitInTranscript(HWND window);
-    void EndStartedMainProgram() const;
 };
 
 }  // namespace swiftpatch::e2e

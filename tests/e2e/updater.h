@@ -17,6 +17,8 @@ class Updater {
 public:
     explicit Updater(const std::filesystem::path& program, const std::string& httpProxy = {})
         : process_(program, {}, httpProxy) {}
+    /// Takes over an updater that runs already.
+    explicit Updater(DWORD process) : process_(process) {}
 
     const Process& Running() const { return process_; }
 
