@@ -1,10 +1,9 @@
 #include <algorithm>
-#include <cstdlib>
-#include <limits>
 
 #include "app/paths.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "mainwindow/version_comparison.h"
+#include "net/chunk_count.h"
 #include "runtime/clock.h"
 #include "runtime/events.h"
 #include "runtime/files.h"
@@ -18,16 +17,6 @@ namespace {
 constexpr std::size_t kChunk = 1024;
 constexpr std::int32_t kNoBytes = -1;           // The upper bound of an empty chunk.
 constexpr std::uint32_t kAnimationPause = 100;  // Milliseconds a chunk.
-
-/// Counts a chunk by its upper bound: one less than its bytes, and one for the empty chunk at the
-/// end. The percentage is computed from this undercount, deliberately.
-std::int32_t CountChunk(std::int32_t received, std::int32_t upperBound) {
-    const std::int32_t more = std::abs(upperBound);
-    if (received > std::numeric_limits<std::int32_t>::max() - more) {
-        throw RuntimeError(error_number::kOverflow);
-    }
-    return received + more;
-}
 
 }  // namespace
 
