@@ -6,7 +6,7 @@
 namespace swiftpatch {
 namespace {
 
-constexpr std::int64_t kMinutesADay = 24 * 60;
+constexpr std::int64_t kMinutesADay = std::int64_t{24} * 60;
 
 std::string Lines(std::initializer_list<std::string> lines) {
     std::string text;

@@ -39,14 +39,6 @@ Clocks ReadClocks() {
     }
 }
 
-DateTime AsDate(const std::string& text) {
-    const std::optional<DateTime> time = ParseDateTime(text);
-    if (!time) {
-        throw RuntimeError(error_number::kTypeMismatch);
-    }
-    return *time;
-}
-
 std::int32_t LengthIfThere(const std::string& path) { return FileExists(path) ? FileLen(path) : 0; }
 
 }  // namespace
@@ -151,7 +143,7 @@ void frmSwiftPatch::ReadDates() {
     shared.GmtOffset = static_cast<double>(offset);
     check.gmtOffsetHours = offset / 60;
     check.serverDateText = GetHTTPFileDate(*this, check.serverUrl);
-    check.serverDate = AddMinutes(AsDate(check.serverDateText), offset);
+    check.serverDate = AddMinutes(ParseDateTime(check.serverDateText).value(), offset);
     const std::string staged = AppFile(kStagedBuild);
     check.ageGap = FileExists(staged) ? MinutesBetween(FileDateTime(staged), check.serverDate) : 1;
 }
