@@ -1,6 +1,7 @@
 #include "runtime/text_lines.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace swiftpatch {
@@ -15,11 +16,7 @@ std::size_t Behind(std::size_t column, char character) {
 }
 
 std::size_t WidthOf(std::string_view characters) {
-    std::size_t column = 0;
-    for (const char character : characters) {
-        column = Behind(column, character);
-    }
-    return column;
+    return std::accumulate(characters.begin(), characters.end(), std::size_t{0}, Behind);
 }
 
 bool HasPicture(char character) { return static_cast<unsigned char>(character) >= ' '; }

@@ -34,12 +34,11 @@ bool IsInStore(const char* name) {
 
 }  // namespace
 
-SystemLibrary::SystemLibrary(const char* name) {
-    // By its path, what the library needs itself is looked for beside it, not beside the program.
-    module_ = IsInStore(name) ? ::LoadLibraryA(name)
+// By its path, what the library needs itself is looked for beside it, not beside the program.
+SystemLibrary::SystemLibrary(const char* name)
+    : module_(IsInStore(name) ? ::LoadLibraryA(name)
                               : ::LoadLibraryExA(InSystemFolder(name).c_str(), nullptr,
-                                                 LOAD_WITH_ALTERED_SEARCH_PATH);
-}
+                                                 LOAD_WITH_ALTERED_SEARCH_PATH)) {}
 
 FARPROC SystemLibrary::Find(const char* function) const {
     return module_ == nullptr ? nullptr : ::GetProcAddress(module_, function);
