@@ -165,17 +165,6 @@ TEST_F(DiskFaults, ReadOnlyFolderDuringTheInstallLosesNothing) {
     ExpectFinishedByTheNextRun();
 }
 
-TEST_F(DiskFaults, FolderThatGoesDuringTheDownloadEndsInAReport) {
-    Prepare(false);
-    updater_.emplace(folder_->Updater());
-    HurryIntoCheck(*updater_);
-    AnswerMissingBuildBox();
-    AwaitPercentage(30);
-    RunBelow("rm -rf \\\"$0\\\"", {PathBelow(folder_->Path())});
-    AwaitRest();
-    End();
-}
-
 /// A file that somebody else has open for himself alone, from the start to the end of the run.
 class HeldFiles : public DiskFaults, public ::testing::WithParamInterface<const char*> {};
 
