@@ -47,9 +47,13 @@ UniqueFile Open(const char* path, DWORD access, DWORD disposition) {
                                     FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-/// Not every iterator cuts a longer file to its new length; so an empty one is put there. Where
-/// that fails, the iterator fails, too, and says why.
-void MakeEmpty(const char* path) { Open(path, GENERIC_WRITE, CREATE_ALWAYS); }
+/// Not every iterator cuts a longer file to its new length; so one that is there is emptied first.
+/// Where that fails, the iterator fails, too, and says why.
+void MakeEmpty(const char* path) {
+    if (::GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES) {
+        Open(path, GENERIC_WRITE, CREATE_ALWAYS);
+    }
+}
 
 bool HasSize(const char* path, DWORD size) {
     const UniqueFile file = Open(path, GENERIC_READ, OPEN_EXISTING);
