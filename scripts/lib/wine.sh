@@ -6,6 +6,10 @@
 #   wine_display            starts a virtual screen and exports DISPLAY
 #   wine_prefix NAME        makes (once) and selects the prefix build/wine/NAME
 #   wine_prefix_like NAME   the same, but as a quick copy of the prefix "base"
+#   wine_alone NAME SECONDS PROGRAM ARGUMENT...
+#                           runs a program on a screen of its own, in a prefix like "base" and with
+#                           the empty folder build/scratch/NAME, which it is told of as --scratch;
+#                           to be called in a subshell, which it ends
 #   wine_run SECONDS PROGRAM ARGUMENT...
 #                           runs a program; its output and its exit status come through, 124 when
 #                           the time is over
@@ -110,6 +114,24 @@ wine_run() {
     fi
     return "$status"
 }
+
+wine_alone() {
+    local name=$1 seconds=$2 program=$3 scratch=$wine_root/build/scratch/$1
+    shift 3
+    trap wine_stop EXIT
+    trap 'exit 143' TERM INT
+    rm -rf "$scratch"
+    mkdir -p "$scratch"
+    wine_display && wine_prefix_like "$name" || exit 1
+    wine_run "$seconds" "$program" "--scratch=$scratch" "$@"
+    exit
+}
+
+# Makes the prefix "base", which the others are copies of, in a subshell.
+wine_prepare() (
+    trap wine_stop EXIT
+    wine_display && wine_prefix base
+)
 
 wine_stop() {
     local prefix pid

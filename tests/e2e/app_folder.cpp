@@ -94,8 +94,8 @@ void AppFolder::SetTime(const std::string& name, UtcTime time) const {
     }
 }
 
-void AppFolder::WriteSettings(const std::string& serverFolder) const {
-    Write("tolvex.dta.txt", "[Updates]\r\nServerDownloadPath=" + serverFolder + "\r\n");
+void AppFolder::WriteSettings(const std::string& serverFolder, const std::string& more) const {
+    Write("tolvex.dta.txt", "[Updates]\r\nServerDownloadPath=" + serverFolder + "\r\n" + more);
 }
 
 Snapshot AppFolder::Take() const {

@@ -41,8 +41,8 @@ public:
     /// Sets the time of a file's last change.
     void SetTime(const std::string& name, UtcTime time) const;
 
-    /// Writes the data file with the server folder in it.
-    void WriteSettings(const std::string& serverFolder) const;
+    /// Writes the data file with the server folder in it and further lines, "KEY=VALUE\r\n" each.
+    void WriteSettings(const std::string& serverFolder, const std::string& more = {}) const;
 
     /// Names and contents of all that is in the folder; a folder in it stands for itself.
     Snapshot Take() const;

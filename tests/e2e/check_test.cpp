@@ -80,10 +80,7 @@ TEST_F(Check, BuildFromAnEarlierDownloadIsOfferedAndInstalledWithoutADownload) {
     EXPECT_EQ(updater_->Text(kLblTolvexVersion),
               "q-tolvex Version available to install: 3.00.12.05");
     EXPECT_TRUE(updater_->Visible(kLblTolvexVersion));
-    updater_->Press(kCmdInstall);
-    AnswerBackupBox("3.00.11.00");
-    updater_->AwaitText(kLblAnimationMsg, "You have installed the latest version of q-tolvex.",
-                        kSoon);
+    InstallOffered("3.00.11.00");
     CloseQuietly();
     ExpectRequests(kThreeProbes);
     ExpectFiles({"created tolvex.3.00.11.00.exe", "changed tolvex.exe"});

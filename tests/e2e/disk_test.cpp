@@ -1,5 +1,5 @@
-// A disk that gets full, files that others hold, a folder that goes: the main program is never lost
-// and the next run, with the disk in order again, finishes the update.
+// A disk that gets full, files that others hold, a folder that takes nothing: the main program is
+// never lost and the next run, with the disk in order again, finishes the update.
 #include <algorithm>
 #include <iostream>
 
@@ -27,8 +27,7 @@ protected:
         reply.bytesPerSecond = reply.body.Size();
         Publish(reply);
         Install("3.0.11.0");
-        folder_->Write("tolvex.dta.txt", "[Updates]\r\nServerDownloadPath=" + ServerFolder() +
-                                             "\r\nInstallAtOnce=1\r\n");
+        folder_->WriteSettings(ServerFolder(), "InstallAtOnce=1\r\n");
         if (staged) {
             Stage("3.0.12.5", kServerTime + std::chrono::hours(24));
         }

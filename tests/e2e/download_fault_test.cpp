@@ -62,10 +62,7 @@ TEST_F(BrokenDownload, StalledBodyTimesOutAndRetryBringsTheWholeBuild) {
     // What came of the first attempt is no complete program.
     AnswerCorruptFileBox("tolvex30.exe");
     AwaitOffer();
-    updater_->Press(kCmdInstall);
-    AnswerBackupBox("3.00.11.00");
-    updater_->AwaitText(kLblAnimationMsg, "You have installed the latest version of q-tolvex.",
-                        kSoon);
+    InstallOffered("3.00.11.00");
     Close();
     std::vector<std::string> twice = kWholeCheck;
     twice.insert(twice.end(), kWholeCheck.begin(), kWholeCheck.end());

@@ -73,7 +73,7 @@ TEST_F(Exit, YesAfterANoEndsAtOnceAndStartsTheInstalledProgram) {
 
 TEST_F(Exit, EndOfSessionDuringADownloadAsksFirst) {
     StartDownload();
-    updater_->Press(kChkRunTolvex);
+    SwitchOffStart();
     std::future<bool> refused = AskForEndOfSession();
     AnswerBox(kQuestion, IDNO, kQuestionTitle);
     EXPECT_FALSE(refused.get());
@@ -86,6 +86,7 @@ TEST_F(Exit, EndOfSessionDuringADownloadAsksFirst) {
         PostMessageW(window, WM_ENDSESSION, TRUE, 0);
     }
     ExpectEnded();
+    ExpectNothingStarted();
     ExpectFiles({"created tolvex30.exe"});
 }
 

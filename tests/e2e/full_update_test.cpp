@@ -68,10 +68,7 @@ TEST_F(FullUpdate, DownloadsInstallsKeepsABackupAndStartsTheNewBuild) {
     EXPECT_EQ(updater_->Progress(kProgressBar1), 0);
     EXPECT_FALSE(updater_->Visible(kCmdRetry));
 
-    updater_->Press(kCmdInstall);
-    AnswerBackupBox("3.00.11.00");
-    updater_->AwaitText(kLblAnimationMsg, "You have installed the latest version of q-tolvex.",
-                        kSoon);
+    InstallOffered("3.00.11.00");
     updater_->AwaitText(kLblStatus, "", kSoon);
     EXPECT_EQ(updater_->Text(kLblTolvexVersion), "q-tolvex Version installed: 3.00.12.05");
     EXPECT_FALSE(updater_->Visible(kCmdInstall));
@@ -129,10 +126,7 @@ TEST_P(FolderNames, UpdateWorksInAFolderOfThisName) {
     StartToMainWindow();
     AnswerMissingBuildBox();
     AwaitOffer();
-    updater_->Press(kCmdInstall);
-    AnswerBackupBox("3.00.11.00");
-    updater_->AwaitText(kLblAnimationMsg, "You have installed the latest version of q-tolvex.",
-                        kSoon);
+    InstallOffered("3.00.11.00");
     Close();
     MainProgram(folder_->Path(), kSoon).Close();
     ExpectFiles({"created started.txt", "created tolvex.3.00.11.00.exe", "changed tolvex.exe",

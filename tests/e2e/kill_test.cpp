@@ -48,8 +48,7 @@ protected:
         reply.body = Body(new_);
         reply.bytesPerSecond = kNewSize;
         Publish(reply);
-        folder_->Write("tolvex.dta.txt", "[Updates]\r\nServerDownloadPath=" + ServerFolder() +
-                                             "\r\nInstallAtOnce=1\r\n");
+        folder_->WriteSettings(ServerFolder(), "InstallAtOnce=1\r\n");
     }
 
     /// The folder as before an update; with the new build in it when only the install is left.

@@ -21,8 +21,7 @@ class Log : public UpdateRun {
 protected:
     /// Lets a run fail with a log in place, and opens that log.
     void Open(const std::string& bytes) {
-        folder_->Write("tolvex.dta.txt",
-                       folder_->Read("tolvex.dta.txt") + "LogFileName=" + kLogName + "\r\n");
+        folder_->WriteSettings(ServerFolder(), std::string("LogFileName=") + kLogName + "\r\n");
         folder_->Write(kLogName, bytes);
         Install("3.0.11.0");
         StartToMainWindow();

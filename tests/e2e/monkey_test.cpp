@@ -53,9 +53,8 @@ protected:
                 std::filesystem::remove(folder_->File(name));
             }
         }
-        folder_->Write("tolvex.dta.txt", "[Updates]\r\nServerDownloadPath=" + ServerFolder() +
-                                             "\r\nLogFileName=error.log\r\nInstallAtOnce=" +
-                                             std::to_string(Below(3) == 0 ? 1 : 0) + "\r\n");
+        folder_->WriteSettings(ServerFolder(), "LogFileName=error.log\r\nInstallAtOnce=" +
+                                                   std::to_string(Below(3) == 0 ? 1 : 0) + "\r\n");
         folder_->Write("error.log", "one\r\ntwo\r\n");
         if (Below(4) != 0) {
             folder_->Write("filecopy.avi", fixtures::MakeAnimation(2));
@@ -161,8 +160,7 @@ protected:
     /// Goes on to a stopped run with an error log.
     void StartToFailure() {
         const DeadPort dead;
-        folder_->Write("tolvex.dta.txt", "[Updates]\r\nServerDownloadPath=" + dead.Host() +
-                                             "/upd/\r\nLogFileName=error.log\r\n");
+        folder_->WriteSettings(dead.Host() + "/upd/", "LogFileName=error.log\r\n");
         folder_->Write("error.log", std::string(100000, 'x') + "\r\n");
         updater_.emplace(folder_->Updater());
         HurryIntoCheck(*updater_);

@@ -2,6 +2,10 @@
 
 #include <psapi.h>
 
+#include <algorithm>
+#include <array>
+#include <iterator>
+
 #include "e2e/text.h"
 
 namespace swiftpatch::e2e {
@@ -25,6 +29,17 @@ std::wstring Surroundings(const std::string& httpProxy) {
         block += L"http_proxy=" + Wide(httpProxy) + L'\0';
     }
     return block + L'\0';
+}
+
+// Also when the path is spelled in another way.
+bool Runs(DWORD id, const std::filesystem::path& program) {
+    const HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id);
+    std::array<wchar_t, MAX_PATH> path{};
+    auto length = static_cast<DWORD>(path.size());
+    const bool known = QueryFullProcessImageNameW(process, 0, path.data(), &length) != 0;
+    CloseHandle(process);
+    std::error_code unequal;
+    return known && std::filesystem::equivalent(path.data(), program, unequal);
 }
 
 }  // namespace
@@ -88,6 +103,16 @@ std::size_t Process::PeakWorkingSet() const {
     counters.cb = sizeof counters;
     GetProcessMemoryInfo(handle_, &counters, sizeof counters);
     return counters.PeakWorkingSetSize;
+}
+
+std::vector<DWORD> ProcessesOf(const std::filesystem::path& program) {
+    std::array<DWORD, 4096> ids{};
+    DWORD size = 0;
+    EnumProcesses(ids.data(), sizeof ids, &size);
+    std::vector<DWORD> found;
+    std::copy_if(ids.begin(), ids.begin() + size / sizeof(DWORD), std::back_inserter(found),
+                 [&](DWORD id) { return Runs(id, program); });
+    return found;
 }
 
 }  // namespace swiftpatch::e2e

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "e2e/wait.h"
 #include "e2e/win32.h"
@@ -39,5 +40,8 @@ private:
     HANDLE handle_ = nullptr;
     DWORD id_ = 0;
 };
+
+/// The numbers of the processes that run the file `program`, whoever started them.
+std::vector<DWORD> ProcessesOf(const std::filesystem::path& program);
 
 }  // namespace swiftpatch::e2e

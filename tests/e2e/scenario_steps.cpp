@@ -186,13 +186,7 @@ void ScenarioRun::PressButton(const std::string& control) {
     updater_->Press(button);
 }
 
-void ScenarioRun::Untick(const std::string&) {
-    if (updater_->Checked(kChkRunTolvex)) {
-        updater_->Press(kChkRunTolvex);
-    }
-    Await(
-        "the empty check box", [this] { return !updater_->Checked(kChkRunTolvex); }, kSoon);
-}
+void ScenarioRun::Untick(const std::string&) { SwitchOffStart(); }
 
 void ScenarioRun::CloseByCorner(const std::string&) {
     KeepPicture();
@@ -263,7 +257,7 @@ void ScenarioRun::CheckStarted(const std::string& yesOrNo) {
     if (yesOrNo == "yes") {
         MainProgram(folder_->Path(), kSoon).Close();
     } else {
-        EXPECT_FALSE(folder_->Has(kRecordName));
+        ExpectNothingStarted();
     }
 }
 

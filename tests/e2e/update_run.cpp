@@ -65,14 +65,14 @@ void UpdateRun::TearDown() {
     EndStartedMainProgram();
 }
 
-// A failed test can leave the main program that the updater started.
+// A failed test can leave the main program that the updater started, which would hold its file.
 void UpdateRun::EndStartedMainProgram() const {
-    try {
-        if (folder_->Has(kRecordName)) {
-            const MainProgram left(folder_->Path(), milliseconds(0));
+    for (const DWORD id : ProcessesOf(folder_->File("tolvex.exe"))) {
+        try {
+            const Process left(id);
+        } catch (const DriveError&) {
+            continue;  // It has ended by itself.
         }
-    } catch (const DriveError&) {
-        return;  // It has ended by itself.
     }
 }
 
@@ -173,6 +173,13 @@ void UpdateRun::AnswerFailure(const std::string& caption, const std::string& mes
 
 void UpdateRun::AwaitOffer() { updater_->AwaitText(kLblStatus, kOffer, kLongestStage); }
 
+void UpdateRun::InstallOffered(const std::string& version) {
+    updater_->Press(kCmdInstall);
+    AnswerBackupBox(version);
+    updater_->AwaitText(kLblAnimationMsg, "You have installed the latest version of q-tolvex.",
+                        kLongestReaction);
+}
+
 void UpdateRun::AwaitPercentage(int percentage) {
     const auto reached = [&] {
         const std::string text = updater_->Text(kLblStatus);
@@ -182,13 +189,17 @@ void UpdateRun::AwaitPercentage(int percentage) {
     Await(std::to_string(percentage) + " % of the download", reached, kLongestStage);
 }
 
-void UpdateRun::CloseQuietly() {
+void UpdateRun::SwitchOffStart() {
     if (updater_->Checked(kChkRunTolvex)) {
         updater_->Press(kChkRunTolvex);
         Await(
             "the empty check box", [this] { return !updater_->Checked(kChkRunTolvex); },
             kLongestReaction);
     }
+}
+
+void UpdateRun::CloseQuietly() {
+    SwitchOffStart();
     Close();
 }
 
@@ -208,6 +219,11 @@ void UpdateRun::ExpectRequests(const std::vector<std::string>& requests) const {
 
 void UpdateRun::ExpectFiles(const std::vector<std::string>& differences) const {
     EXPECT_EQ(Differences(before_, folder_->Take()), differences);
+}
+
+void UpdateRun::ExpectNothingStarted() const {
+    EXPECT_EQ(ProcessesOf(folder_->File("tolvex.exe")), std::vector<DWORD>{});
+    EXPECT_FALSE(folder_->Has(kRecordName));
 }
 
 void UpdateRun::ExpectInOrder(const Control& control, const std::vector<std::string>& texts) const {

@@ -68,8 +68,14 @@ protected:
     void AnswerFailure(const std::string& caption, const std::string& message);
     /// Waits until the install is offered.
     void AwaitOffer();
+    /// Presses Install, answers the box about the backup of the installed `version`, and waits
+    /// until the new build is in.
+    void InstallOffered(const std::string& version);
     /// Waits until the download has come that far.
     void AwaitPercentage(int percentage);
+    /// Takes the mark off the check box at the bottom, so that the end does not start the main
+    /// program.
+    void SwitchOffStart();
     /// Switches off the start of the main program, presses Close and waits for the end.
     void CloseQuietly();
     /// Ends the main program that the updater started, if it did.
@@ -83,6 +89,8 @@ protected:
     void ExpectRequests(const std::vector<std::string>& requests) const;
     /// Exactly this happened to the files in the application folder: "created NAME", ...
     void ExpectFiles(const std::vector<std::string>& differences) const;
+    /// The updater, which has ended, did not start the main program.
+    void ExpectNothingStarted() const;
     /// The control showed these texts in this order, others between them.
     void ExpectInOrder(const Control& control, const std::vector<std::string>& texts) const;
     /// Message boxes with these titles came up, in this order, and no other.

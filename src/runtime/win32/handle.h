@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "runtime/win32/wininet.h"
+#include "runtime/win32/win32.h"
 
 namespace swiftpatch {
 
@@ -56,9 +56,6 @@ struct KeyTraits : PointerTraits<HKEY> {
 struct WindowTraits : PointerTraits<HWND> {
     static void Close(Handle handle) { ::DestroyWindow(handle); }
 };
-struct InternetTraits : PointerTraits<HINTERNET> {
-    static void Close(Handle handle) { WinInet().InternetCloseHandle(handle); }
-};
 struct DeviceTraits : PointerTraits<HDC> {
     static void Close(Handle handle) { ::DeleteDC(handle); }
 };
@@ -75,7 +72,6 @@ using UniqueFile = UniqueHandle<FileTraits>;
 using UniqueFind = UniqueHandle<FindTraits>;
 using UniqueKey = UniqueHandle<KeyTraits>;
 using UniqueWindow = UniqueHandle<WindowTraits>;
-using UniqueInternet = UniqueHandle<InternetTraits>;
 using UniqueDevice = UniqueHandle<DeviceTraits>;
 using UniqueFont = UniqueHandle<DrawingTraits<HFONT>>;
 using UniqueBrush = UniqueHandle<DrawingTraits<HBRUSH>>;

@@ -19,11 +19,6 @@ DWORD WINAPI CloseHandleHere(void* handle) {
 
 }  // namespace
 
-const WinInetLibrary& WinInet() {
-    static const WinInetLibrary library;
-    return library;
-}
-
 HINTERNET OpenSession() {
     const HINTERNET session = WinInet().InternetOpenA(
         App::Title().c_str(), INTERNET_OPEN_TYPE_PRECONFIG, nullptr, nullptr, INTERNET_FLAG_ASYNC);

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "runtime/win32/handle.h"
+#include "runtime/win32/wininet.h"
 
 namespace swiftpatch {
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "runtime/win32/handle.h"
 #include "runtime/win32/system_library.h"
 
 namespace swiftpatch {
@@ -25,5 +26,10 @@ struct WinInetLibrary {
 
 /// Loaded at the first call.
 const WinInetLibrary& WinInet();
+
+struct InternetTraits : PointerTraits<HINTERNET> {
+    static void Close(Handle handle) { WinInet().InternetCloseHandle(handle); }
+};
+using UniqueInternet = UniqueHandle<InternetTraits>;
 
 }  // namespace swiftpatch
