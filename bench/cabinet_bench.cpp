@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "components/CabFile.h"
 #include "runtime/runtime_error.h"
@@ -19,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kRuns = 5;
+constexpr int kRuns = 9;
 
 UINT CALLBACK ExtractEverything(PVOID context, UINT notification, UINT_PTR param1,
                                 UINT_PTR /*param2*/) {
@@ -57,6 +58,12 @@ double Measure(const std::function<void(const std::string&)>& extract, const fs:
     return taken.count();
 }
 
+// Each ratio is of two neighbours in time, because the speed of a shared machine drifts.
+double Median(std::vector<double> values) {
+    std::nth_element(values.begin(), values.begin() + kRuns / 2, values.end());
+    return values[kRuns / 2];
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -66,21 +73,21 @@ int main(int count, char** arguments) {
     }
     const std::string cabinet = fs::absolute(arguments[1]).make_preferred().string();
     const fs::path folder = fs::absolute(arguments[2]).make_preferred() / "extracted";
-    double bare = 0;
-    double component = 0;
+    std::vector<double> bare;
+    std::vector<double> component;
+    std::vector<double> ratios;
     try {
         for (int run = 0; run < kRuns; ++run) {
-            const double b = Measure([&](const auto& out) { WalkBare(cabinet, out); }, folder);
-            const double c =
-                Measure([&](const auto& out) { ExtractWithComponent(cabinet, out); }, folder);
-            bare = run == 0 ? b : std::min(bare, b);
-            component = run == 0 ? c : std::min(component, c);
+            bare.push_back(Measure([&](const auto& out) { WalkBare(cabinet, out); }, folder));
+            component.push_back(
+                Measure([&](const auto& out) { ExtractWithComponent(cabinet, out); }, folder));
+            ratios.push_back(component.back() / bare.back());
         }
     } catch (const swiftpatch::RuntimeError& error) {
         std::fprintf(stderr, "cabinet_bench: %s\n", error.what());
         return 1;
     }
-    std::printf("bare walk %.0f ms\nCabFile %.0f ms\nCabFile / bare walk %.2f\n", bare, component,
-                component / bare);
+    std::printf("bare walk %.0f ms\nCabFile %.0f ms\nCabFile / bare walk %.2f\n", Median(bare),
+                Median(component), Median(ratios));
     return 0;
 }

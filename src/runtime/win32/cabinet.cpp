@@ -47,15 +47,20 @@ UniqueFile Open(const char* path, DWORD access, DWORD disposition) {
                                     FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-/// Not every iterator cuts a longer file to its new length; so one that is there is emptied first.
-/// Where that fails, the iterator fails, too, and says why.
-void MakeEmpty(const char* path) {
-    if (::GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES) {
-        Open(path, GENERIC_WRITE, CREATE_ALWAYS);
-    }
-}
+/// Not every iterator cuts a longer file to its new length; so the file is made empty first. That
+/// costs less than to look whether it is there. Where it fails, the iterator fails, too, and says
+/// why.
+void MakeEmpty(const char* path) { Open(path, GENERIC_WRITE, CREATE_ALWAYS); }
 
+/// Opens the file only where the system cannot tell without it (Windows 95).
 bool HasSize(const char* path, DWORD size) {
+    static const SystemLibrary library("kernel32.dll");
+    static const LateFunction<decltype(&::GetFileAttributesExA)> getAttributes(
+        library, "GetFileAttributesExA");
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    if (getAttributes(path, GetFileExInfoStandard, &data)) {
+        return data.nFileSizeHigh == 0 && data.nFileSizeLow == size;
+    }
     const UniqueFile file = Open(path, GENERIC_READ, OPEN_EXISTING);
     return file && ::GetFileSize(file.Get(), nullptr) == size;
 }
