@@ -1,5 +1,5 @@
-// A disk that gets full, files that others hold, a folder that takes nothing: the main program is
-// never lost and the next run, with the disk in order again, finishes the update.
+// A disk that gets full, files that others hold, a folder that takes nothing or goes: the main
+// program is never lost and the next run, with the disk in order again, finishes the update.
 #include <algorithm>
 #include <iostream>
 
@@ -66,6 +66,15 @@ protected:
             CloseQuietly();
         }
         updater_.reset();
+    }
+
+    /// Wine itself moves no folder in which a program runs.
+    static void Move(const std::filesystem::path& from, const std::filesystem::path& to) {
+        RunBelow("mv \\\"$0\\\" \\\"$1\\\"", {PathBelow(from), PathBelow(to)});
+        Await(
+            "the move of a folder",
+            [&] { return std::filesystem::exists(to) && !std::filesystem::exists(from); },
+            kLongestStage);
     }
 
     void ExpectNothingLost() const {
@@ -161,6 +170,32 @@ TEST_F(DiskFaults, ReadOnlyFolderDuringTheInstallLosesNothing) {
         End();
         ExpectNothingLost();
     }
+    ExpectFinishedByTheNextRun();
+}
+
+// As a drive that is unplugged, or a share that is no longer there.
+TEST_F(DiskFaults, FolderThatGoesDuringTheDownloadLosesNothing) {
+    Prepare(false);
+    updater_.emplace(folder_->Updater());
+    HurryIntoCheck(*updater_);
+    Await(
+        "the request for the build",
+        [this] {
+            AnswerWhateverAsks(*updater_);
+            const std::vector<Request> requests = server_.Requests();
+            return !requests.empty() && requests.back().method == "GET";
+        },
+        kLongestStage);
+    const std::filesystem::path elsewhere = TestOptions().scratch / "gone";
+    std::filesystem::remove_all(elsewhere);
+    Move(folder_->Path(), elsewhere);
+    AwaitRest();
+    EXPECT_FALSE(std::filesystem::exists(folder_->File("tolvex.exe")));
+    End();
+    std::filesystem::remove_all(folder_->Path());
+    Move(elsewhere, folder_->Path());
+    ExpectNothingLost();
+    EXPECT_TRUE(folder_->Read("tolvex.exe") == Build("3.0.11.0"));
     ExpectFinishedByTheNextRun();
 }
 
