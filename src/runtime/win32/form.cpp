@@ -17,18 +17,22 @@ constexpr WORD kProgramIcon = 1;
 HICON ProgramIcon(int widthMetric, int heightMetric) {
     return static_cast<HICON>(
         ::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(kProgramIcon), IMAGE_ICON,
-                     ::GetSystemMetrics(widthMetric), ::GetSystemMetrics(heightMetric), LR_SHARED));
+                     ::GetSystemMetrics(widthMetric), ::GetSystemMetrics(heightMetric), 0));
 }
 
 /// Each form's name is a window class of its own. A second registration fails and does no harm.
 void RegisterFormClass(const std::string& name) {
+    // Loaded once and not shared through the system, which knows a shared icon by its number alone
+    // on old systems and would hand out the large one for the small one.
+    static const HICON icon = ProgramIcon(SM_CXICON, SM_CYICON);
+    static const HICON smallIcon = ProgramIcon(SM_CXSMICON, SM_CYSMICON);
     WNDCLASSEXA form{};
     form.cbSize = sizeof(form);
     form.style = CS_DBLCLKS;
     form.lpfnWndProc = FormProcedure;
     form.hInstance = ::GetModuleHandleA(nullptr);
-    form.hIcon = ProgramIcon(SM_CXICON, SM_CYICON);
-    form.hIconSm = ProgramIcon(SM_CXSMICON, SM_CYSMICON);
+    form.hIcon = icon;
+    form.hIconSm = smallIcon;
     form.hCursor = ::LoadCursorA(nullptr, IDC_ARROW);
     form.lpszClassName = name.c_str();
     ::RegisterClassExA(&form);
