@@ -45,6 +45,7 @@ Options ReadOptions(int count, char** arguments) {
     options.updater = own.parent_path() / "win32-release" / "swiftpatch.exe";
     options.fixtures = own / "fixtures";
     options.scenarios = own.parent_path().parent_path() / "tests" / "scenarios" / "tables";
+    options.package = own.parent_path() / "package" / "unpacked";
     options.scratch = own / "scratch";
     for (int i = 1; i < count; ++i) {
         const std::string argument = arguments[i];
@@ -53,6 +54,7 @@ Options ReadOptions(int count, char** arguments) {
         } else if (!TakePath(argument, "updater", options.updater) &&
                    !TakePath(argument, "fixtures", options.fixtures) &&
                    !TakePath(argument, "scenarios", options.scenarios) &&
+                   !TakePath(argument, "package", options.package) &&
                    !TakePath(argument, "scratch", options.scratch) &&
                    !TakeNumber(argument, "kills", options.kills) &&
                    !TakeNumber(argument, "monkey", options.monkeySeconds) &&

@@ -10,6 +10,7 @@ struct Options {
     std::filesystem::path updater;    ///< The program under test.
     std::filesystem::path fixtures;   ///< The folder of the sample main programs.
     std::filesystem::path scenarios;  ///< The folder of the scenario tables.
+    std::filesystem::path package;    ///< The folder of the unpacked package.
     std::filesystem::path scratch;    ///< A folder to work in.
     bool automatic = false;           ///< The demonstration presses the buttons itself.
     int kills = 10;                   ///< How often the updater is ended by force.
@@ -17,9 +18,9 @@ struct Options {
     unsigned seed = 0;  ///< Of all that happens at random; 0 takes one from the clock.
 };
 
-/// Reads --updater=FILE, --fixtures=FOLDER, --scenarios=FOLDER, --scratch=FOLDER, --auto,
-/// --kills=N, --monkey=SECONDS and --seed=N; what is not given is looked for around the driver
-/// itself, as the build leaves it. Throws DriveError for anything else.
+/// Reads --updater=FILE, --fixtures=FOLDER, --scenarios=FOLDER, --package=FOLDER,
+/// --scratch=FOLDER, --auto, --kills=N, --monkey=SECONDS and --seed=N; what is not given is looked
+/// for around the driver itself, as the build leaves it. Throws DriveError for anything else.
 Options ReadOptions(int count, char** arguments);
 
 /// The options of this run of the tests; set once, before the first test.

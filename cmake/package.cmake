@@ -1,0 +1,33 @@
+# What is handed to a maker: the program and what has to be known to use it. "cmake --install" lays
+# the files out, CPack packs them; all of them lie beside the main program once unpacked.
+set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+
+# A person on an old system opens it with an editor that knows no other line ends.
+configure_file(resources/tolvex.dta.sample.txt generated/tolvex.dta.sample.txt
+    @ONLY NEWLINE_STYLE DOS)
+
+install(TARGETS swiftpatch RUNTIME DESTINATION .)
+install(FILES ${CMAKE_BINARY_DIR}/generated/tolvex.dta.sample.txt LICENSE DESTINATION .)
+install(FILES docs/deploying.md docs/publishing.md DESTINATION docs)
+
+# In the form that sha256sum --check reads.
+install(CODE [[
+    set(folder "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}")
+    set(sums "")
+    foreach(name LICENSE docs/deploying.md docs/publishing.md swiftpatch.exe
+            tolvex.dta.sample.txt)
+        file(SHA256 "${folder}/${name}" sum)
+        string(APPEND sums "${sum}  ${name}\n")
+    endforeach()
+    file(WRITE "${folder}/SHA256SUMS" "${sums}")
+    file(CHMOD "${folder}/SHA256SUMS" PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+]])
+
+set(CPACK_GENERATOR ZIP)
+set(CPACK_PACKAGE_FILE_NAME swiftpatch-${PROJECT_VERSION}-win32)
+set(CPACK_INCLUDE_TOPLEVEL_DIRECTORY OFF)
+set(CPACK_PACKAGE_CHECKSUM SHA256)
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/same_package.cmake)
+include(CPack)

@@ -1,0 +1,80 @@
+// The package as a maker gets it: unpacked beside a main program, and set up as its page says.
+#include <algorithm>
+#include <filesystem>
+
+#include "e2e/options.h"
+#include "e2e/text.h"
+#include "e2e/update_run.h"
+#include "e2e/win32.h"
+
+namespace swiftpatch::e2e {
+namespace {
+namespace fs = std::filesystem;
+
+constexpr milliseconds kSoon{10000};
+constexpr char kSample[] = "tolvex.dta.sample.txt";
+
+std::vector<std::string> FilesBelow(const fs::path& folder) {
+    std::vector<std::string> names;
+    std::error_code missing;
+    for (const auto& entry : fs::recursive_directory_iterator(folder, missing)) {
+        if (entry.is_regular_file()) {
+            names.push_back(PathText(entry.path().lexically_relative(folder)));
+        }
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+class Package : public UpdateRun {
+protected:
+    /// An application folder with what the package holds, apart from its pages.
+    void UsePackage() {
+        const fs::path package = TestOptions().package;
+        folder_.reset();
+        folder_ = std::make_unique<AppFolder>(TestOptions().scratch / "package",
+                                              package / "swiftpatch.exe");
+        for (const std::string& name : FilesBelow(package)) {
+            if (name.find('\\') == std::string::npos) {
+                folder_->CopyIn(package / name, name);
+            }
+        }
+    }
+
+    /// Makes the data file of the sample; only the server folder is another one.
+    void EditDataFile() const {
+        const std::string key = "ServerDownloadPath=";
+        std::string text = folder_->Read(kSample);
+        const std::size_t start = text.find("\n" + key) + 1 + key.size();
+        text.replace(start, text.find("\r\n", start) - start, ServerFolder());
+        folder_->Write("tolvex.dta.txt", text);
+    }
+};
+
+TEST_F(Package, HoldsTheProgramWithAllThatAMakerNeeds) {
+    EXPECT_EQ(FilesBelow(TestOptions().package),
+              (std::vector<std::string>{"LICENSE", "SHA256SUMS", "docs\\deploying.md",
+                                        "docs\\publishing.md", "swiftpatch.exe", kSample}))
+        << "in " << PathText(TestOptions().package) << ", where scripts/package leaves it";
+}
+
+// Nothing but the package and the main program is there, so the animation is fetched too.
+TEST_F(Package, BesideAMainProgramRunsAWholeUpdate) {
+    UsePackage();
+    EditDataFile();
+    Publish("3.0.12.5");
+    Install("3.0.11.0");
+    LetMainProgramRecord();
+    StartToMainWindow();
+    AnswerMissingBuildBox();
+    AwaitOffer();
+    InstallOffered("3.00.11.00");
+    Close();
+    MainProgram(folder_->Path(), kSoon).Close();
+    ExpectFiles({"created filecopy.avi", "created started.txt", "created tolvex.3.00.11.00.exe",
+                 "changed tolvex.exe", "created tolvex30.exe"});
+    EXPECT_EQ(folder_->Read("tolvex.exe"), Build("3.0.12.5"));
+}
+
+}  // namespace
+}  // namespace swiftpatch::e2e
