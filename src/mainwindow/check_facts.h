@@ -10,6 +10,8 @@ namespace swiftpatch {
 
 /// The smallest size in bytes that a build on the server can have.
 inline constexpr std::int32_t kSmallestBuild = 80000;
+/// The smallest size in bytes that the busy animation on the server can have.
+inline constexpr std::int32_t kSmallestAnimation = 1636;
 
 /// What the update check has found out, kept for the later stages.
 struct CheckFacts {

@@ -14,8 +14,7 @@
 namespace swiftpatch {
 namespace {
 
-constexpr std::int32_t kTransferTimeout = 15;      // Seconds.
-constexpr std::int32_t kSmallestAnimation = 1636;  // Bytes.
+constexpr std::int32_t kTransferTimeout = 15;  // Seconds.
 
 void ReportInternetError(const RuntimeError& error) {
     MsgBox("Internet Error: " + std::to_string(error.Number()) + "\r\n\r\n" + error.Description() +

@@ -1,7 +1,5 @@
 #include "net/modDeclarations.h"
 
-#include <cstdint>
-
 #include "app/error_report.h"
 #include "app/paths.h"
 #include "mainwindow/frmSwiftPatch.h"
@@ -14,8 +12,6 @@ namespace {
 
 constexpr std::size_t kNameLength = 512;
 constexpr std::uint32_t kRasInstalled = 0x20;  // INTERNET_RAS_INSTALLED
-constexpr std::int32_t kPlausibleBuild = 200000;
-constexpr std::int32_t kPlausibleLicence = 4000;
 
 // E_FAIL and DB_SEC_E_AUTH_FAILED: failures that mean no connection and are not worth a box.
 constexpr std::int32_t kUnspecifiedFailure = -2147467259;
@@ -38,7 +34,7 @@ bool check_internet_connectivity(frmSwiftPatch& window, const std::string& url) 
         const std::int32_t size = result ? GetHTTPFileSize(window, url) : 0;
         // Without a connection too; the answer cannot turn the result to True. Deliberate.
         if (size < kPlausibleBuild &&
-            GetHTTPFileSize(window, Replace(url, kStagedBuild, "LICENSE.TXT")) <
+            GetHTTPFileSize(window, Replace(url, kStagedBuild, kLicenceText)) <
                 kPlausibleLicence) {
             result = false;
         }

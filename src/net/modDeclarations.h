@@ -1,10 +1,16 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace swiftpatch {
 
 class frmSwiftPatch;
+
+/// From so many bytes on a build shows by itself that the server is there.
+inline constexpr std::int32_t kPlausibleBuild = 200000;
+/// For a smaller build the licence text beside it has to show that; from so many bytes on it does.
+inline constexpr std::int32_t kPlausibleLicence = 4000;
 
 /// True when the update server answers with plausible files: the system reports a connection and
 /// the staged build at `url`, or else the licence text beside it, is large enough. Raises no error.

@@ -1,7 +1,8 @@
 #include "headless/user.h"
 
-#include <gtest/gtest.h>
+#include <utility>
 
+#include "headless/misuse.h"
 #include "headless/nested.h"
 
 namespace swiftpatch::headless {
@@ -22,10 +23,10 @@ const char* NameOf(MsgBoxAnswer answer) {
 
 User::~User() {
     for (const BoxScript& box : boxes_) {
-        ADD_FAILURE() << "no message box came with: " << box.text;
+        ReportMisuse("no message box came with: " + box.text);
     }
     for (const DialogScript& dialog : dialogs_) {
-        ADD_FAILURE() << "no dialog came of the form " << dialog.form;
+        ReportMisuse("no dialog came of the form " + dialog.form);
     }
 }
 
@@ -54,7 +55,9 @@ MsgBoxAnswer User::ShowBox(const std::string& text, int style, const std::string
     BoxScript script;
     if (TakeBoxScript(text, title, script)) {
         answer = script.answer;
-        EXPECT_EQ(yesNo, answer != MsgBoxAnswer::kOk) << "no such button in the box: " << box;
+        if (yesNo == (answer == MsgBoxAnswer::kOk)) {
+            ReportMisuse("no such button in the box: " + box);
+        }
         const Nested open(openBoxes_);
         if (script.whileOpen) {
             script.whileOpen();
@@ -63,7 +66,7 @@ MsgBoxAnswer User::ShowBox(const std::string& text, int style, const std::string
         const Nested open(openBoxes_);
         answer = onAnyBox(text, style, title);
     } else {
-        ADD_FAILURE() << "unscripted message box: " << box;
+        ReportMisuse("unscripted message box: " + box);
     }
     trace_.Add("MsgBox " + box + " -> " + NameOf(answer));
     return answer;
@@ -77,7 +80,7 @@ void User::ShowDialog(Form& form) {
         dialogs_.pop_front();
     }
     if (!act) {
-        ADD_FAILURE() << "unscripted dialog: " << form.Name();
+        ReportMisuse("unscripted dialog: " + form.Name());
         form.Unload();
         return;
     }
@@ -90,7 +93,7 @@ void User::ShowDialog(Form& form) {
     }
     modal_.pop_back();
     if (form.Visible()) {
-        ADD_FAILURE() << "the script left the dialog open: " << form.Name();
+        ReportMisuse("the script left the dialog open: " + form.Name());
         form.Unload();
     }
 }

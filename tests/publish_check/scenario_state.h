@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "publish_check/field_machine.h"
+#include "scenarios/table.h"
+
+namespace publish_check {
+
+/// The server and the machine that a row of the scenario table is about.
+struct ScenarioState {
+    ServerState server;
+    FieldMachine machine{swiftpatch::MakeDateTime({2020, 3, 10, 12, 0, 0})};
+    /// What is installed, where nothing else tells the machine from any other.
+    std::optional<Installed> plain;
+};
+
+/// Nothing for a row about something that a publisher has no hand in: its user, its disk, an answer
+/// that changes from request to request.
+std::optional<ScenarioState> StateOf(const swiftpatch::scenarios::Row& row);
+
+}  // namespace publish_check

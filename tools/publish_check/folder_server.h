@@ -1,0 +1,14 @@
+#pragma once
+
+#include <filesystem>
+
+#include "publish_check/server_state.h"
+
+namespace publish_check {
+
+/// What a plain web server would answer that publishes this folder: the sizes and dates of its
+/// files, and "404 Not Found" for what is not there. Throws std::runtime_error when the folder or a
+/// file of it cannot be read.
+ServerState ReadFolder(const std::filesystem::path& folder);
+
+}  // namespace publish_check

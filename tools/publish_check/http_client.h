@@ -1,0 +1,28 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "publish_check/server_state.h"
+
+namespace publish_check {
+
+/// Asks a server one request after the other, as an updater does: past every cache, without
+/// cookies, following redirects, and giving up after 15 seconds of silence. On Windows it is the
+/// updater's own transfer control, elsewhere libcurl.
+class HttpClient {
+public:
+    HttpClient();
+    ~HttpClient();
+    HttpClient(const HttpClient&) = delete;
+    HttpClient& operator=(const HttpClient&) = delete;
+
+    /// `verb` is HEAD or GET, `url` begins with http://. Every failure is part of the answer.
+    Answer Ask(const std::string& verb, const std::string& url);
+
+private:
+    struct Session;
+    std::unique_ptr<Session> session_;
+};
+
+}  // namespace publish_check

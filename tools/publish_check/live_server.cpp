@@ -1,0 +1,43 @@
+#include "publish_check/live_server.h"
+
+#include <stdexcept>
+
+#include "app/paths.h"
+#include "publish_check/field_machine.h"
+#include "publish_check/http_client.h"
+#include "runtime/inet_transport.h"
+#include "runtime/runtime_error.h"
+
+namespace publish_check {
+namespace {
+
+std::string UrlOf(const std::string& url) {
+    try {
+        const swiftpatch::HttpAddress address = swiftpatch::ParseHttpAddress(url);
+        return "http://" + address.host + ":" + std::to_string(address.port) + address.path;
+    } catch (const swiftpatch::RuntimeError&) {
+        throw std::runtime_error("\"" + url +
+                                 "\" is no address that an updater can use: it speaks "
+                                 "plain http only");
+    }
+}
+
+}  // namespace
+
+ServerState ReadLiveServer(const std::string& address) {
+    ServerState state;
+    state.address = FolderFromDataFile(address);
+    const std::string folder = state.address;
+    HttpClient client;
+    state.build.head = client.Ask("HEAD", UrlOf(folder + swiftpatch::kStagedBuild));
+    state.licence.head = client.Ask("HEAD", UrlOf(folder + swiftpatch::kLicenceText));
+    if (!state.build.head.answered && !state.licence.head.answered) {
+        throw std::runtime_error("no answer from " + folder + ": " + state.build.head.problem);
+    }
+    state.animation.head = client.Ask("HEAD", UrlOf(folder + swiftpatch::kBusyAnimation));
+    state.build.get = client.Ask("GET", UrlOf(folder + swiftpatch::kStagedBuild));
+    state.animation.get = client.Ask("GET", UrlOf(folder + swiftpatch::kBusyAnimation));
+    return state;
+}
+
+}  // namespace publish_check

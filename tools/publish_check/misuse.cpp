@@ -1,0 +1,15 @@
+// What the machine in memory reports when the program asks for something that is not there: here
+// that is a mistake of publish-check.
+#include "headless/misuse.h"
+
+#include <cstdlib>
+#include <iostream>
+
+namespace swiftpatch::headless {
+
+void ReportMisuse(const std::string& what) {
+    std::cerr << "publish-check: internal error: " << what << "\n";
+    std::exit(2);
+}
+
+}  // namespace swiftpatch::headless

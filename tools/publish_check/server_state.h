@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+
+namespace publish_check {
+
+/// What came back to one request.
+struct Answer {
+    bool answered = false;
+    std::string problem;  ///< Why no answer came, or not all of its body; empty when all did.
+    int status = 0;
+    std::string headers;  ///< Status line and fields, each ended by CR LF.
+    std::string body;     ///< Of an answer to GET, as far as it came.
+    bool redirected = false;
+};
+
+/// A file of the server folder, as HEAD and GET show it.
+struct PublishedFile {
+    Answer head;
+    Answer get;
+    /// A file of the folder whose name differs in upper and lower case only; empty for none.
+    std::string nearlyNamed;
+};
+
+/// A server folder, as an updater sees it.
+struct ServerState {
+    std::string address;  ///< What the data file beside an updater names; ends in "/".
+    PublishedFile build;
+    PublishedFile licence;  ///< Is never fetched: only its head counts.
+    PublishedFile animation;
+};
+
+}  // namespace publish_check
