@@ -130,6 +130,12 @@ TEST(Build, WithoutAVersionIsAFault) {
     EXPECT_EQ(assessment.updaters[0].run.outcome, Outcome::kNoVersion);
 }
 
+TEST(Build, ThatWasCutBeforeItWasPublishedIsAFault) {
+    ServerState state = GoodServer();
+    state.build = Published(state.build.get.body.substr(0, 209990), kPublishedDate);
+    EXPECT_THAT(FaultsIn(Look(state).findings), ElementsAre("tolvex30.exe cut-off"));
+}
+
 TEST(Build, ThatIsNotAnsweredIsAFault) {
     ServerState state = GoodServer();
     state.build.head = {};

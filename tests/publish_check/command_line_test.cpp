@@ -50,7 +50,7 @@ struct Ended {
 Ended RunWith(const std::vector<std::string>& arguments) {
     std::ostringstream out;
     std::ostringstream errors;
-    const int status = Run(arguments, out, errors);
+    const int status = RunPublishCheck(arguments, out, errors);
     return {status, out.str(), errors.str()};
 }
 

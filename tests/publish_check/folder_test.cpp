@@ -35,7 +35,7 @@ protected:
     int RunOn(std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(), folder.string());
         std::ostringstream text;
-        const int status = Run(arguments, text, text);
+        const int status = RunPublishCheck(arguments, text, text);
         output = text.str();
         return status;
     }

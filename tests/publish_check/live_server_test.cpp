@@ -36,8 +36,8 @@ protected:
 
     int RunOn(const std::string& manner) {
         std::ostringstream text;
-        const int status =
-            Run({server->Folder(manner), "--installed", "3.0.11.0", "--json"}, text, text);
+        const int status = RunPublishCheck(
+            {server->Folder(manner), "--installed", "3.0.11.0", "--json"}, text, text);
         output = text.str();
         return status;
     }
@@ -62,7 +62,7 @@ TEST_F(LiveServer, SchemeAndSlashMayBeLeftOut) {
 TEST_F(LiveServer, WithoutLengthEndsWith1) {
     EXPECT_EQ(RunOn("chunked"), 1) << output;
     EXPECT_THAT(output, HasSubstr(R"("code":"no-length")"));
-    EXPECT_THAT(output, HasSubstr(R"("outcome":"bad-link")"));
+    EXPECT_THAT(output, HasSubstr(R"("outcome":"no-connection")"));
 }
 
 TEST_F(LiveServer, WithoutDateEndsWith1) {
@@ -89,7 +89,7 @@ TEST_F(LiveServer, NoAnswerEndsWith2) {
 TEST(NoServer, EndsWith2) {
     std::ostringstream text;
     // Port 1 of this machine: nobody listens there.
-    EXPECT_EQ(Run({"http://127.0.0.1:1/"}, text, text), 2);
+    EXPECT_EQ(RunPublishCheck({"http://127.0.0.1:1/"}, text, text), 2);
     EXPECT_THAT(text.str(), HasSubstr("no answer from http://127.0.0.1:1/"));
 }
 

@@ -5,7 +5,8 @@
 namespace publish_check {
 namespace {
 
-constexpr std::size_t kSectionPlace = 0x200;
+constexpr std::size_t kSectionSize = 0x200;
+constexpr std::size_t kSmallest = 0x400;
 constexpr std::uint32_t kSectionAddress = 0x1000;
 
 void Put(std::string& bytes, std::size_t at, std::uint32_t value, std::size_t count = 4) {
@@ -17,6 +18,9 @@ void Put(std::string& bytes, std::size_t at, std::uint32_t value, std::size_t co
 std::uint32_t Words(std::uint16_t high, std::uint16_t low) {
     return std::uint32_t{high} << 16U | low;
 }
+
+/// Where the section with the resources begins: linkers put it last.
+std::size_t SectionPlace(const std::string& file) { return file.size() - kSectionSize; }
 
 /// File header, optional header and one section, which holds the resources.
 void PutHeaders(std::string& file) {
@@ -34,15 +38,15 @@ void PutHeaders(std::string& file) {
     const std::size_t section = optional + 224;
     file.replace(section, 5, ".rsrc");
     Put(file, section + 12, kSectionAddress);
-    Put(file, section + 16, 0x200);
-    Put(file, section + 20, kSectionPlace);
+    Put(file, section + 16, kSectionSize);
+    Put(file, section + 20, static_cast<std::uint32_t>(SectionPlace(file)));
 }
 
 /// A folder of the resources with one entry.
 void PutFolder(std::string& file, std::size_t at, std::uint32_t id, std::uint32_t target) {
-    Put(file, kSectionPlace + at + 14, 1, 2);
-    Put(file, kSectionPlace + at + 16, id);
-    Put(file, kSectionPlace + at + 20, target);
+    Put(file, SectionPlace(file) + at + 14, 1, 2);
+    Put(file, SectionPlace(file) + at + 16, id);
+    Put(file, SectionPlace(file) + at + 20, target);
 }
 
 void PutVersion(std::string& file, const Version& version) {
@@ -50,9 +54,9 @@ void PutVersion(std::string& file, const Version& version) {
     PutFolder(file, 0, 16, kDown | 0x18U);
     PutFolder(file, 0x18, 1, kDown | 0x30U);
     PutFolder(file, 0x30, 0x409, 0x48);
-    Put(file, kSectionPlace + 0x48, kSectionAddress + 0x58);
-    Put(file, kSectionPlace + 0x4C, 92);
-    const std::size_t block = kSectionPlace + 0x58;
+    Put(file, SectionPlace(file) + 0x48, kSectionAddress + 0x58);
+    Put(file, SectionPlace(file) + 0x4C, 92);
+    const std::size_t block = SectionPlace(file) + 0x58;
     Put(file, block, 92, 2);
     Put(file, block + 2, 52, 2);
     const std::string name = "VS_VERSION_INFO";
@@ -69,7 +73,7 @@ void PutVersion(std::string& file, const Version& version) {
 }  // namespace
 
 std::string SampleBuild(const std::optional<Version>& version, std::size_t size) {
-    std::string file(std::max<std::size_t>(size, 0x400), '\0');
+    std::string file(std::max(size, kSmallest), '\0');
     PutHeaders(file);
     if (version) {
         PutVersion(file, *version);

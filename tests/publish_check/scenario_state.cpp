@@ -56,6 +56,14 @@ swiftpatch::DateTime TimeIn(const std::string& text) {
     return swiftpatch::MakeDateTime({parts[0], parts[1], parts[2], parts[3], parts[4], parts[5]});
 }
 
+bool IsDigit(char character) { return character >= '0' && character <= '9'; }
+
+/// A number that may have any number of digits; a large one stands for all that are larger.
+std::size_t CappedNumber(const std::string& digits) {
+    constexpr std::size_t kMostDigits = 9;
+    return digits.empty() || digits.size() > kMostDigits ? 1000000000 : std::stoul(digits);
+}
+
 void RefuseUnless(bool ours) {
     if (!ours) {
         throw NotOurs();
@@ -174,6 +182,10 @@ private:
             headers += header + "\r\n";
         }
         publish_check::Answer result = Ok(headers, script.method == "GET" ? body : "");
+        if (answer.length && std::all_of(answer.length->begin(), answer.length->end(), IsDigit)) {
+            // No client takes more than was announced.
+            result.body.resize(std::min(result.body.size(), CappedNumber(*answer.length)));
+        }
         if (answer.statusLine) {
             result.status = std::stoi(answer.statusLine->substr(answer.statusLine->find(' ') + 1));
         }
@@ -183,6 +195,7 @@ private:
         } else if (answer.breach != Breach::kNone) {
             result.body.resize(std::min<std::size_t>(result.body.size(), answer.endAfter));
             result.problem = "broken off";
+            result.closed = answer.breach == Breach::kClose;
         }
         return result;
     }

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "publish_check/field_machine.h"
+#include "publish_check/assessment.h"
 #include "scenarios/table.h"
 
 namespace publish_check {

@@ -47,6 +47,13 @@ TEST(VersionBlock, OtherFilesHaveNone) {
     EXPECT_FALSE(ReadFileVersions(SampleBuild(std::nullopt, 100000)));
 }
 
+TEST(VersionBlock, CutFilesAreKnownByTheirSections) {
+    const std::string whole = SampleBuild(kPublishedVersion, 100000);
+    EXPECT_FALSE(IsCutOff(whole));
+    EXPECT_TRUE(IsCutOff(whole.substr(0, whole.size() - 1)));
+    EXPECT_FALSE(IsCutOff(std::string(100000, 'x')));
+}
+
 // The sanitizers look on.
 TEST(VersionBlock, FilesThatAreCutAreReadSafely) {
     const std::string whole = SampleBuild(kPublishedVersion, 0x400);

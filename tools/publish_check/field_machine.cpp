@@ -10,6 +10,7 @@
 #include "install/running_program.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "publish_check/outcome.h"
+#include "runtime/http_headers.h"
 #include "runtime/inet_transport.h"
 #include "runtime/runtime_error.h"
 
@@ -65,6 +66,11 @@ std::string StandInFor(const std::string& build) {
     return headless::Build(PlainText(versions->product), build.size());
 }
 
+/// Of a body in chunks the updater's platform takes the end of the connection for its end.
+bool IsChunked(const Answer& answer) {
+    return !swiftpatch::HeaderValue(answer.headers, "Transfer-Encoding").empty();
+}
+
 headless::Reply ReplyWith(const Answer& answer) {
     headless::Reply reply;
     reply.status = answer.status;
@@ -72,7 +78,7 @@ headless::Reply ReplyWith(const Answer& answer) {
     reply.body = answer.body;
     if (!answer.answered) {
         reply.failure = swiftpatch::error_number::kRequestFailed;
-    } else if (!answer.problem.empty()) {
+    } else if (!answer.problem.empty() && !(answer.closed && IsChunked(answer))) {
         reply.breakAfter = answer.body.size();
     }
     return reply;

@@ -121,6 +121,9 @@ void CheckDate(const ServerState& state, DateTime now, Findings& findings) {
 }
 
 void CheckVersion(const PublishedFile& build, Findings& findings) {
+    if (IsCutOff(build.get.body)) {
+        findings.Fault("cut-off", "It is shorter than its own headers say: the file was cut off.");
+    }
     const auto versions = ReadFileVersions(build.get.body);
     if (!versions) {
         findings.Fault("no-version",

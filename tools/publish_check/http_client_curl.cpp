@@ -92,6 +92,7 @@ Answer HttpClient::Ask(const std::string& verb, const std::string& url) {
     if (result != CURLE_OK) {
         answer.problem = curl_easy_strerror(result);
     }
+    answer.closed = result == CURLE_PARTIAL_FILE;
     // A failure before the last answer's body began leaves nothing that an updater could use.
     const bool inBody = result == CURLE_PARTIAL_FILE || result == CURLE_RECV_ERROR ||
                         result == CURLE_OPERATION_TIMEDOUT || result == CURLE_WRITE_ERROR;

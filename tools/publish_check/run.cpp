@@ -47,7 +47,8 @@ ServerState ReadTarget(const std::string& target) {
 
 }  // namespace
 
-int Run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors) {
+int RunPublishCheck(const std::vector<std::string>& arguments, std::ostream& out,
+                    std::ostream& errors) {
     try {
         const CommandLine line = ReadCommandLine(arguments);
         if (line.help) {

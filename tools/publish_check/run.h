@@ -7,6 +7,7 @@
 namespace publish_check {
 
 /// The whole program: reads the arguments, writes the result, returns the exit status.
-int Run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors);
+int RunPublishCheck(const std::vector<std::string>& arguments, std::ostream& out,
+                    std::ostream& errors);
 
 }  // namespace publish_check

@@ -12,6 +12,7 @@ struct Answer {
     std::string headers;  ///< Status line and fields, each ended by CR LF.
     std::string body;     ///< Of an answer to GET, as far as it came.
     bool redirected = false;
+    bool closed = false;  ///< The body ended with its connection, before it was all there.
 };
 
 /// A file of the server folder, as HEAD and GET show it.

@@ -29,6 +29,9 @@ std::string ShownText(const Version& version);
 /// True when a part is too large for the updater, which takes it for a negative number.
 bool HasNegativePart(const Version& version);
 
+/// True when a Windows executable is shorter than its own headers say.
+bool IsCutOff(std::string_view executable);
+
 /// The version block of a Windows executable (its resource of type 16); nothing when the bytes are
 /// no such file or have none.
 std::optional<FileVersions> ReadFileVersions(std::string_view executable);

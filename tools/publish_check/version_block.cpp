@@ -38,7 +38,26 @@ public:
         return ReadBlock(PlaceOf(bytes_.DoubleWord(leaf)));
     }
 
+    bool IsWhole() const {
+        for (std::uint32_t i = 0; i < SectionCount(); ++i) {
+            const Section section = SectionAt(i);
+            if (std::uint64_t{section.place} + section.size > bytes_.Size()) {
+                return false;
+            }
+        }
+        return true;
+    }
+
 private:
+    std::uint32_t SectionCount() const { return bytes_.Word(header_ + 6); }
+
+    Section SectionAt(std::uint32_t index) const {
+        const std::size_t table = header_ + 24 + bytes_.Word(header_ + 20);
+        const std::size_t entry = table + std::size_t{index} * 40;
+        return {bytes_.DoubleWord(entry + 12), bytes_.DoubleWord(entry + 20),
+                bytes_.DoubleWord(entry + 16)};
+    }
+
     std::uint32_t ResourceAddress() const {
         constexpr std::uint32_t kLargeHeader = 0x20B;  // Of a 64-bit program.
         const std::size_t optional = header_ + 24;
@@ -57,12 +76,8 @@ private:
 
     /// Where in the file an address of the loaded program lies.
     std::size_t PlaceOf(std::uint32_t address) const {
-        const std::uint32_t count = bytes_.Word(header_ + 6);
-        const std::size_t table = header_ + 24 + bytes_.Word(header_ + 20);
-        for (std::uint32_t i = 0; i < count; ++i) {
-            const std::size_t entry = table + std::size_t{i} * 40;
-            const Section section{bytes_.DoubleWord(entry + 12), bytes_.DoubleWord(entry + 20),
-                                  bytes_.DoubleWord(entry + 16)};
+        for (std::uint32_t i = 0; i < SectionCount(); ++i) {
+            const Section section = SectionAt(i);
             if (address >= section.address && address - section.address < section.size) {
                 return std::size_t{section.place} + (address - section.address);
             }
@@ -116,6 +131,14 @@ private:
 };
 
 }  // namespace
+
+bool IsCutOff(std::string_view executable) {
+    try {
+        return !Executable(executable).IsWhole();
+    } catch (const OutOfBytes&) {
+        return false;
+    }
+}
 
 std::optional<FileVersions> ReadFileVersions(std::string_view executable) {
     try {
