@@ -5,12 +5,14 @@
 #include "runtime/clock.h"
 #include "runtime/events.h"
 #include "runtime/form.h"
+#include "runtime/system.h"
 
 namespace swiftpatch {
 namespace {
 
 constexpr int kLevels = 255;
 constexpr int kBoxSize = 840;
+constexpr int kAnyWidth = 16384;  // In pixels, of which a high resolution has more.
 
 /// How bright the scheme's colour is at the top of the window; it gets darker downwards.
 struct Scheme {
@@ -40,7 +42,7 @@ void PaintScheme(Form& form, const Scheme& scheme) {
         const int light = kLevels - row * 3 / 4;
         const Color color = Rgb(scheme.red * light / kLevels, scheme.green * light / kLevels,
                                 scheme.blue * light / kLevels);
-        form.PaintBox({0, row, kBoxSize, row + 1, color});
+        form.PaintBox({0, row, kAnyWidth, row + 1, color});
     }
 }
 
@@ -49,6 +51,9 @@ void PaintScheme(Form& form, const Scheme& scheme) {
 void PaintSplashBackground(Form& form) {
     FadeToBlack(form);
     SetUpDrawing(form);
+    if (HighContrast()) {
+        return;  // White on black it is to stay.
+    }
     const auto second = static_cast<std::size_t>(PartsOf(Now()).second);
     PaintScheme(form, kSchemes[second % kSchemes.size()]);
 }

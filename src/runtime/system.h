@@ -16,6 +16,9 @@ std::uint32_t GetWindowsDirectoryA(std::string& buffer);
 /// The same for the System directory.
 std::uint32_t GetSystemDirectoryA(std::string& buffer);
 
+/// True when the user has asked the system for colours of high contrast.
+bool HighContrast();
+
 /// Size in bytes of a file's version information; 0 when it has none or is missing.
 std::uint32_t GetFileVersionInfoSizeA(const std::string& path);
 

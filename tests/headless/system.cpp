@@ -46,6 +46,8 @@ std::uint32_t GetSystemDirectoryA(std::string& buffer) {
     return CopyDirectory(TheWorld().machine.systemDirectory, buffer);
 }
 
+bool HighContrast() { return TheWorld().machine.highContrast; }
+
 std::uint32_t GetFileVersionInfoSizeA(const std::string& path) {
     return VersionIn(path).empty() ? 0 : kFixedBlockSize;
 }

@@ -37,6 +37,7 @@ struct Machine {
     bool prevInstance = false;
     std::string windowsDirectory = "C:\\WINDOWS";
     std::string systemDirectory = "C:\\WINDOWS\\SYSTEM32";
+    bool highContrast = false;
     bool connected = true;
     std::uint32_t connectionFlags = 0x12;
     std::int32_t connectionError = 0;  ///< Raised by the look at the connection when not 0.
@@ -63,6 +64,11 @@ public:
     User user{trace};
     Machine machine;
     std::vector<DesktopWindow> desktop;  ///< From the top down.
+
+    // Beside the steps of the trace, which they accompany.
+    std::string focus;                  ///< The control that got the keyboard last.
+    std::vector<std::int32_t> taskbar;  ///< What the button on the task bar has shown.
+
     /// Runs inside each reading of an INI file, when set.
     std::function<void()> whileReadingProfile;
     /// Runs at the start of each yield, when set; whatever it does happens inside that yield.

@@ -79,6 +79,13 @@ TEST_F(Splash, DrawingIsSetUpWithABlackBoxBelowTheScheme) {
     EXPECT_EQ(box.color, Color::kBlack);
 }
 
+TEST_F(Splash, HighContrastKeepsItBlack) {
+    world.machine.highContrast = true;
+    Start();
+    EXPECT_EQ(Form().Painting().size(), 1U);
+    EXPECT_EQ(Form().BackColor.Get(), Color::kBlack);
+}
+
 TEST_F(Splash, SecondOfTheMinuteChoosesTheColourScheme) {
     const auto colourAt = [this](int second) {
         frmSplash1::Instance.Release();

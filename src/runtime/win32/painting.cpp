@@ -62,6 +62,7 @@ HBRUSH BrushForControl(FormPeer& form, HDC device, HWND control) {
         form.brush.Reset(::CreateSolidBrush(color));
         form.brushColor = color;
     }
+    ::SetTextColor(device, ::GetSysColor(COLOR_BTNTEXT));
     ::SetBkColor(device, color);
     return form.brush.Get();
 }

@@ -37,6 +37,13 @@ std::uint32_t GetSystemDirectoryA(std::string& buffer) {
     return CopiedLength(::GetSystemDirectoryA(buffer.data(), size), buffer);
 }
 
+bool HighContrast() {
+    HIGHCONTRASTA contrast{};
+    contrast.cbSize = sizeof(contrast);
+    return ::SystemParametersInfoA(SPI_GETHIGHCONTRAST, sizeof(contrast), &contrast, 0) &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
 std::uint32_t GetFileVersionInfoSizeA(const std::string& path) {
     DWORD unused = 0;
     return Version().GetFileVersionInfoSizeA(path.c_str(), &unused);
