@@ -37,6 +37,7 @@ frmLog::frmLog()
       txtLogFile(*this, 401, "txtLogFile"),
       cmdMain(*this, 402, "cmdMain") {
     txtLogFile.Place({8, 8, 328, 216}, {.fixedPitch = true, .multiLine = true, .anyLength = true});
+    txtLogFile.AccessibleName = "Error log";
     cmdMain.Place({290, 231, 46, 14});
     cmdMain.Caption.Design("Main");
     cmdMain.Default = true;

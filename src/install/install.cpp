@@ -93,6 +93,7 @@ void frmSwiftPatch::ShowInstalled() {
     lblAnimationMsg.Caption = "You have installed the latest version of q-tolvex.";
     lblStatus.Caption = "";
     cmdClose.Enabled = true;
+    FocusNextStep();
 }
 
 }  // namespace swiftpatch

@@ -30,6 +30,7 @@ void ReportNothingNewer(frmSwiftPatch& window) {
     window.Pointer = MousePointer::kDefault;
     window.ProgressBar1.Value = 0;
     window.cmdClose.Enabled = true;
+    window.FocusNextStep();
     window.lblStatus.Caption = "No update is required at this time.";
     DoEvents();
     window.Caption = "Swift Patch - Download No Update Required - All Files Current";
@@ -48,6 +49,7 @@ void OfferDownloadedBuild(frmSwiftPatch& window) {
     window.lblTolvexVersion.Caption =
         "q-tolvex Version available to install: " + window.stagedVersion.ProductVersion;
     window.cmdClose.Enabled = true;
+    window.FocusNextStep();
     if (shared.InstallAtOnce) {
         window.cmdInstall_Click();
     }

@@ -89,6 +89,7 @@ void frmSwiftPatch::error_Message(std::string& message, std::int16_t style,
                                   const std::string& code) {
     try {
         ShowAnimation("", "");
+        TaskbarProgress = taskbar::kFailure;
         message += kCrLf;
         DoEvents();
         Inet1.Cancel();
@@ -108,8 +109,18 @@ void frmSwiftPatch::error_Message(std::string& message, std::int16_t style,
         Show();
         cmdClose.Enabled = true;
         chkRunTolvex.Value = CheckState::kUnchecked;
+        FocusNextStep();
     } catch (const RuntimeError& error) {
         ReportError(error, "[frmSwiftPatch] error_Message()");
+    }
+}
+
+void frmSwiftPatch::FocusNextStep() {
+    for (CommandButton* step : {&cmdRetry, &cmdInstall, &cmdClose}) {
+        if (step->Visible && step->Enabled) {
+            step->SetFocus();
+            return;
+        }
     }
 }
 

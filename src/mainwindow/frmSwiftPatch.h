@@ -65,6 +65,8 @@ public:
     void ShowComparisonOutcome(std::int16_t result, const std::string& name);
     /// Pumps.
     void HideBusyDisplay();
+    /// To be called where a stage leaves the next step to the user: puts the keyboard on it.
+    void FocusNextStep();
 
     // net/
     void tmrDownloadTimeout_Timer();

@@ -62,6 +62,10 @@ void frmSwiftPatch::Design() {
     lblSimulation.Visible.Design(false);
     lblVersion.Caption.Design("Version 1.02.02");
     lblStatus.Caption.Design("100 % download completed");
+    txtDebug.AccessibleName = "Update information";
+    ProgressBar1.AccessibleName = "Download progress";
+    Animation1.AccessibleName = "Work under way";
+    lstStat.AccessibleName = "Status list";
 }
 
 void frmSwiftPatch::PlaceControls() {

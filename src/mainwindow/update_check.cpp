@@ -75,6 +75,7 @@ void frmSwiftPatch::tmrCheckVersion_Timer() {
         ReportInternetError(error);
         Pointer = MousePointer::kDefault;
         cmdClose.Enabled = true;
+        FocusNextStep();
     }
 }
 
@@ -127,6 +128,7 @@ bool frmSwiftPatch::FetchMissingAnimation() {
     // miss an update, so the check goes on even when it failed; Retry would start a second check.
     WaitUntilIdle();
     cmdRetry.Visible = false;
+    TaskbarProgress = taskbar::kNothing;
     return true;
 }
 
@@ -176,6 +178,7 @@ void frmSwiftPatch::ReportLatestVersion() {
     lblStatus.Caption = "";
     Pointer = MousePointer::kDefault;
     cmdClose.Enabled = true;
+    FocusNextStep();
 }
 
 void frmSwiftPatch::OfferInstall() {
@@ -190,6 +193,7 @@ void frmSwiftPatch::OfferInstall() {
     lblStatus.Caption = "Click on Install Button.";
     Pointer = MousePointer::kDefault;
     cmdClose.Enabled = true;
+    FocusNextStep();
     if (shared.InstallAtOnce) {
         cmdInstall_Click();
     }

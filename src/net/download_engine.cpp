@@ -57,6 +57,7 @@ void frmSwiftPatch::ShowTransferError() {
     if (!Inet1.StillExecuting()) {
         Pointer = MousePointer::kDefault;
         cmdClose.Enabled = true;
+        FocusNextStep();
     }
 }
 
@@ -141,12 +142,14 @@ std::int16_t frmSwiftPatch::ShowReceived(std::int32_t received) {
     lblStatus.Caption = std::to_string(percentage) + " % download completed";
     lblStatus.BackColor = Color::kButtonFace;
     ProgressBar1.Value = std::clamp<std::int32_t>(percentage, 0, 100);
+    TaskbarProgress = ProgressBar1.Value.Get();
     lblStatus.Refresh();
     DoEventsPaced();
     return percentage;
 }
 
 void frmSwiftPatch::FollowUp() {
+    TaskbarProgress = taskbar::kNothing;
     if (downloadMode != DownloadMode::kBuild) {
         tmrCheckVersion.Enabled = false;
         cmdClose.Enabled = true;
@@ -167,9 +170,11 @@ void frmSwiftPatch::ReportDeletionFailure(const RuntimeError& error) {
     }
     MsgBox(text);
     ShowAnimation("", "");
+    TaskbarProgress = taskbar::kFailure;
     lblStatus.Caption = "Download Failed.";
     cmdClose.Enabled = true;
     Pointer = MousePointer::kDefault;
+    FocusNextStep();
 }
 
 void frmSwiftPatch::ReportBrokenTransfer(const RuntimeError& error) {

@@ -8,6 +8,7 @@ namespace swiftpatch {
 void frmSwiftPatch::cmdRetry_Click() {
     try {
         cmdRetry.Visible = false;
+        TaskbarProgress = taskbar::kNothing;
         ShowAnimation(AppFile(kBusyAnimation), "Establishing internet connection... please wait");
         Show();
         DoEvents();

@@ -40,6 +40,7 @@ enum class PropertyId {
     kInterval,
     kAutoPlay,
     kMousePointer,
+    kTaskbarProgress,
 };
 
 /// A property's value as it is handed to the platform. Colours are 0x00BBGGRR or 0x80000000

@@ -82,10 +82,14 @@ public:
     const Rect& Position() const { return place_; }
     const Look& DesignLook() const { return look_; }
 
+    /// What a screen reader calls a control that has no caption; fixed at design time.
+    const char* AccessibleName = nullptr;
+
     /// Repaints at once. Does not pump.
     void Refresh();
 
-    /// Puts the keyboard focus on the control when its form is visible. Does not pump.
+    /// Puts the keyboard focus on the control: at once while its form is the active window, else
+    /// when that becomes active again. Never takes the keyboard from another window. Does not pump.
     void SetFocus();
 
 protected:

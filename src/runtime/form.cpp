@@ -21,6 +21,7 @@ Form::Form(std::string name, FormDesign design)
       Caption(*this, PropertyId::kCaption, design.caption),
       BackColor(*this, PropertyId::kBackColor, Color::kButtonFace),
       Pointer(*this, PropertyId::kMousePointer, MousePointer::kDefault),
+      TaskbarProgress(*this, PropertyId::kTaskbarProgress, taskbar::kNothing),
       design_(std::move(design)) {}
 
 Form::~Form() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,6 +15,12 @@ using WindowHandle = std::int32_t;
 
 enum class MousePointer { kDefault = 0, kHourglass = 11 };
 enum class BorderStyle { kNone, kFixedSingle, kFixedDialog, kSizable };
+
+/// What a form's button on the task bar shows in place of a percentage.
+namespace taskbar {
+inline constexpr std::int32_t kNothing = -1;
+inline constexpr std::int32_t kFailure = -2;
+}  // namespace taskbar
 
 /// What a form is made of; fixed at design time. The form's name is its window class.
 struct FormDesign {
@@ -47,6 +54,9 @@ public:
     Property<std::string> Caption;
     Property<Color> BackColor;
     Property<MousePointer> Pointer;
+    /// How far the work is, for the form's button on the task bar where the system shows that:
+    /// 0 to 100, or one of taskbar's values.
+    Property<std::int32_t> TaskbarProgress;
 
     /// Shows the form without blocking. May pump, as Form_Load may.
     void Show();

@@ -39,6 +39,12 @@ void PeerDeleter::operator()(Peer* peer) const { delete peer; }
 
 void Component::PropertySet(PropertyId id, const PropertyValue& value, bool changed) {
     headless::World& world = headless::TheWorld();
+    if (id == PropertyId::kTaskbarProgress) {
+        if (changed) {
+            world.taskbar.push_back(std::get<std::int32_t>(value));
+        }
+        return;
+    }
     world.trace.Add(name_ + "." + NameOf(id) + " = " + std::visit(ValueText(), value));
     if (kind_ == ComponentKind::kTimer && changed) {
         world.TimerChanged(static_cast<Timer&>(*this));

@@ -8,7 +8,7 @@ using headless::TheWorld;
 
 void Control::Refresh() { TheWorld().trace.Add(Name() + ".Refresh"); }
 
-void Control::SetFocus() { TheWorld().trace.Add(Name() + ".SetFocus"); }
+void Control::SetFocus() { TheWorld().focus = Name(); }
 
 void Animation::Open(const std::string& path) { TheWorld().trace.Add(Name() + ".Open " + path); }
 

@@ -67,6 +67,14 @@ TEST_F(MainWindowDesign, ControlIdsStayFixed) {
                                                {"lblStatus", 118}}));
 }
 
+// Labels, buttons and the check box are called by what they show.
+TEST_F(MainWindowDesign, WhatShowsNoCaptionHasANameForScreenReaders) {
+    for (const Control* control : std::initializer_list<const Control*>{
+             &Window().txtDebug, &Window().ProgressBar1, &Window().Animation1, &Window().lstStat}) {
+        EXPECT_NE(control->AccessibleName, nullptr) << control->Name();
+    }
+}
+
 TEST_F(MainWindowDesign, AnimationAndItsMessageStandInTheFrame) {
     for (const Control* control : Window().Controls()) {
         const bool inFrame =

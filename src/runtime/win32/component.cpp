@@ -6,6 +6,7 @@
 #include "runtime/win32/control_windows.h"
 #include "runtime/win32/form_events.h"
 #include "runtime/win32/painting.h"
+#include "runtime/win32/taskbar.h"
 
 namespace swiftpatch {
 namespace {
@@ -94,6 +95,9 @@ void SetFormProperty(const FormPeer& peer, PropertyId id, const PropertyValue& v
             break;
         case PropertyId::kMousePointer:
             ShowPointer(peer);
+            break;
+        case PropertyId::kTaskbarProgress:
+            ShowOnTaskbar(peer.window, std::get<std::int32_t>(value));
             break;
         default:
             break;

@@ -1,6 +1,7 @@
 #include "runtime/win32/control_windows.h"
 
 #include "runtime/runtime_error.h"
+#include "runtime/win32/accessibility.h"
 #include "runtime/win32/fonts.h"
 #include "runtime/win32/picture.h"
 #include "runtime/win32/text_view.h"
@@ -136,6 +137,7 @@ void CreateControlWindow(FormPeer& form, Control& control) {
     }
     ApplyFont(*peer);
     SetUp(*peer);
+    NameForScreenReaders(*peer);
 }
 
 }  // namespace

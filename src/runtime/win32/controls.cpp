@@ -1,5 +1,6 @@
 #include "runtime/controls.h"
 
+#include "runtime/win32/form_events.h"
 #include "runtime/win32/painting.h"
 
 namespace swiftpatch {
@@ -19,8 +20,8 @@ void Control::Refresh() {
 
 void Control::SetFocus() {
     const ControlPeer* const own = PeerOf(*this);
-    if (own != nullptr && own->window != nullptr && ::IsWindowVisible(own->window)) {
-        ::SetFocus(own->window);
+    if (own != nullptr && own->window != nullptr) {
+        GiveFocusTo(*own->form, own->window);
     }
 }
 

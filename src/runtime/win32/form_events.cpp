@@ -116,6 +116,15 @@ void OnSystemColors(const FormPeer& form) {
     ::InvalidateRect(form.window, nullptr, FALSE);
 }
 
+void GiveFocusTo(FormPeer& form, HWND control) {
+    form.focus = control;
+    // Otherwise a box of ours, or another program, would lose the keyboard.
+    const bool active = ::GetActiveWindow() == form.window && !::IsIconic(form.window);
+    if (active && CanHaveFocus(control)) {
+        ::SetFocus(control);
+    }
+}
+
 void MoveFocusFrom(const FormPeer& form, HWND leaving) {
     if (::GetFocus() != leaving) {
         return;

@@ -24,6 +24,9 @@ void OnSetFocus(const FormPeer& form);
 bool OnSetCursor(const FormPeer& form);
 void OnSystemColors(const FormPeer& form);
 
+/// Puts the keyboard focus on a control of the form, at once or when the form is the active window
+/// again.
+void GiveFocusTo(FormPeer& form, HWND control);
 /// Moves the keyboard focus on when `leaving`, a control's window, is about to lose its use.
 void MoveFocusFrom(const FormPeer& form, HWND leaving);
 

@@ -1,7 +1,5 @@
 #include "runtime/win32/keyboard.h"
 
-#include "runtime/win32/peer.h"
-
 namespace swiftpatch {
 namespace {
 
@@ -24,16 +22,20 @@ const CommandButton* FindButton(const Form& form, bool CommandButton::*role) {
     return nullptr;
 }
 
-const CommandButton* ButtonForEnter(const Form& form) {
-    const CommandButton* focused = AsButton(ControlOfWindow(::GetFocus()));
+const CommandButton* ButtonForEnter(const Form& form, const Control* focus) {
+    const CommandButton* focused = AsButton(focus);
     return focused != nullptr && CanBePressed(*focused) ? focused
                                                         : FindButton(form, &CommandButton::Default);
 }
 
-const CommandButton* ButtonForKey(const Form& form, WPARAM key) {
-    switch (key) {
+/// Of a key that is held down only the first stroke counts: the others could press what appears
+/// after it, such as Close behind a box that it has answered.
+bool IsRepeated(const MSG& message) { return (HIWORD(message.lParam) & KF_REPEAT) != 0; }
+
+const CommandButton* ButtonForKey(const Form& form, const MSG& message) {
+    switch (IsRepeated(message) ? 0 : message.wParam) {
         case VK_RETURN:
-            return ButtonForEnter(form);
+            return ButtonForEnter(form, ControlOfWindow(::GetFocus()));
         case VK_ESCAPE:
             return FindButton(form, &CommandButton::Cancel);
         default:
@@ -42,6 +44,22 @@ const CommandButton* ButtonForKey(const Form& form, WPARAM key) {
 }
 
 }  // namespace
+
+void FrameButtonForEnter(const FormPeer& form, const Control& focus) {
+    constexpr LONG kKindOfButton = 0x0F;  // BS_TYPEMASK
+    const CommandButton* const pressed = ButtonForEnter(form.form, &focus);
+    for (const Control* control : form.form.Controls()) {
+        const CommandButton* const button = AsButton(control);
+        if (button == nullptr || button->peer() == nullptr) {
+            continue;
+        }
+        const HWND window = button->peer()->window;
+        const LONG style = button == pressed ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+        if ((::GetWindowLongA(window, GWL_STYLE) & kKindOfButton) != style) {
+            ::SendMessageA(window, BM_SETSTYLE, static_cast<WPARAM>(style), TRUE);
+        }
+    }
+}
 
 bool HandleKey(MSG& message) {
     if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) {
@@ -53,7 +71,7 @@ bool HandleKey(MSG& message) {
     }
     if (message.message == WM_KEYDOWN &&
         (message.wParam == VK_RETURN || message.wParam == VK_ESCAPE)) {
-        const CommandButton* button = ButtonForKey(form->form, message.wParam);
+        const CommandButton* button = ButtonForKey(form->form, message);
         if (button != nullptr) {
             ::PostMessageA(form->window, WM_COMMAND,
                            MAKEWPARAM(static_cast<WORD>(button->Id()), BN_CLICKED),

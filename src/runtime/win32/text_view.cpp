@@ -14,6 +14,10 @@ constexpr int kWheelLines = 3;  // For a notch of the wheel.
 constexpr WPARAM kCtrlA = 0x01;
 constexpr WPARAM kCtrlC = 0x03;
 
+// What a window of any class answers to OBJID_QUERYCLASSNAMEIDX when screen readers are to take it
+// for an edit box.
+constexpr LRESULT kReadAsEdit = 65536 + 4;
+
 bool IsDown(int key) { return ::GetKeyState(key) < 0; }
 
 std::optional<CaretStep> StepOfKey(WPARAM key) {
@@ -127,6 +131,11 @@ LRESULT TextView::AnswerAsEdit(UINT message, WPARAM wParam, LPARAM lParam) {
                                std::min<std::size_t>(selection_.Behind(), 0xFFFF));
         case EM_GETLINECOUNT:
             return static_cast<LRESULT>(lines_.Count());
+        case WM_GETOBJECT:
+            if (lParam == OBJID_QUERYCLASSNAMEIDX) {
+                return kReadAsEdit;
+            }
+            [[fallthrough]];
         default:
             return ::DefWindowProcA(window_, message, wParam, lParam);
     }

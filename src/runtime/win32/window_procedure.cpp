@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "runtime/win32/form_events.h"
+#include "runtime/win32/keyboard.h"
 #include "runtime/win32/painting.h"
 #include "runtime/win32/peer.h"
 #include "runtime/win32/pump.h"
@@ -101,6 +102,9 @@ LRESULT CALLBACK ControlProcedure(HWND window, UINT message, WPARAM wParam, LPAR
         auto* const peer = reinterpret_cast<ControlPeer*>(::GetWindowLongA(window, GWL_USERDATA));
         if (peer == nullptr) {
             return ::DefWindowProcA(window, message, wParam, lParam);
+        }
+        if (message == WM_SETFOCUS) {
+            FrameButtonForEnter(*peer->form, peer->control);
         }
         // The peer can go while the message is handled.
         const WNDPROC original = peer->original;
