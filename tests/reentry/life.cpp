@@ -216,9 +216,11 @@ void Life::UntilQuiet() {
             LeaveViewer();
             acted = true;
         }
+        if (!Over() && !acted && !WorkUnderWay()) {
+            // So that events also come while nothing happens at all; one can begin the work anew.
+            world_.PumpFor(3 * kStep);
+        }
     }
-    // So that events also come while nothing happens at all.
-    world_.PumpFor(3 * kStep);
 }
 
 void Life::LeaveAmidDownload(Deed deed, const std::function<void()>& leave) {
