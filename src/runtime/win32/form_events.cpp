@@ -120,7 +120,9 @@ void GiveFocusTo(FormPeer& form, HWND control) {
     form.focus = control;
     // Otherwise a box of ours, or another program, would lose the keyboard.
     const bool active = ::GetActiveWindow() == form.window && !::IsIconic(form.window);
-    if (active && CanHaveFocus(control)) {
+    // A button that is held down would lose the press.
+    const bool pressing = ::GetCapture() != nullptr;
+    if (active && !pressing && CanHaveFocus(control)) {
         ::SetFocus(control);
     }
 }
