@@ -26,6 +26,7 @@ void Serve(const char* addressFile) {
     HttpServer server;
     Publish(server, 1);
     Publish(server, 256);
+    Publish(server, 1024);
     WriteWholeFile(addressFile, server.Host() + "\n");
     std::this_thread::sleep_for(kLongestLife);
 }

@@ -85,13 +85,13 @@ void ShowPointer(const FormPeer& peer) {
     }
 }
 
-void SetFormProperty(const FormPeer& peer, PropertyId id, const PropertyValue& value) {
+void SetFormProperty(FormPeer& peer, PropertyId id, const PropertyValue& value) {
     switch (id) {
         case PropertyId::kCaption:
             SetText(peer.window, value);
             break;
         case PropertyId::kBackColor:
-            BackgroundChanged(peer);
+            BackColorChanged(peer);
             break;
         case PropertyId::kMousePointer:
             ShowPointer(peer);

@@ -152,7 +152,7 @@ void Form::RunModal() {
 }
 
 void Form::PaintingChanged() {
-    if (const FormPeer* const own = PeerOf(*this)) {
+    if (FormPeer* const own = PeerOf(*this)) {
         BackgroundChanged(*own);
     }
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "runtime/events.h"
+#include "runtime/win32/painting.h"
 
 namespace swiftpatch {
 namespace {
@@ -41,7 +42,11 @@ void OnPressedLater(const FormPeer& form, HWND window) {
     }
 }
 
-void OnTimer(const FormPeer& form, WPARAM id) {
+void OnTimer(FormPeer& form, WPARAM id) {
+    if (id == kBackColorTimer) {
+        OnBackColorTimer(form);
+        return;
+    }
     if (RunIsOver() || EventsAreHeld()) {
         return;
     }

@@ -13,7 +13,7 @@ inline constexpr UINT kCloseLater = WM_APP + 2;
 
 void OnPressed(const FormPeer& form, HWND control);
 void OnPressedLater(const FormPeer& form, HWND control);
-void OnTimer(const FormPeer& form, WPARAM id);
+void OnTimer(FormPeer& form, WPARAM id);
 void OnClose(const FormPeer& form);
 void OnCloseLater(const FormPeer& form);
 LRESULT OnQueryEndSession(const FormPeer& form);

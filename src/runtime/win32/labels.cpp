@@ -111,6 +111,7 @@ std::optional<LRESULT> AnswerAsLabel(ControlPeer& peer, UINT message, WPARAM wPa
             return 1;
         case WM_PAINT:
             peer.changed = false;
+            peer.form->backgroundStale = false;
             PaintLabel(peer);
             return 0;
         default:
@@ -123,6 +124,7 @@ std::optional<LRESULT> AnswerAsImage(ControlPeer& peer, UINT message) {
         case WM_ERASEBKGND:
             return 1;
         case WM_PAINT:
+            peer.form->backgroundStale = false;
             PaintImage(peer);
             return 0;
         default:

@@ -1,10 +1,23 @@
 #include "runtime/win32/painting.h"
 
+#include <cstdlib>
+
 #include "runtime/win32/canvas.h"
 #include "runtime/win32/colors.h"
 
 namespace swiftpatch {
 namespace {
+
+/// While a colour is this near to the one on the screen, what comes next is waited for a moment: a
+/// fade goes through hundreds of colours, and each painting of a form costs milliseconds.
+constexpr int kNearColor = 16;
+constexpr UINT kColorWait = 50;  // Milliseconds.
+
+bool IsNear(COLORREF one, COLORREF other) {
+    const auto isNear = [](int first, int second) { return std::abs(first - second) < kNearColor; };
+    return other != CLR_INVALID && isNear(GetRValue(one), GetRValue(other)) &&
+           isNear(GetGValue(one), GetGValue(other)) && isNear(GetBValue(one), GetBValue(other));
+}
 
 void Fill(HDC device, const RECT& where, COLORREF color) {
     // An opaque text without letters is the one way to fill that needs no brush.
@@ -44,12 +57,15 @@ void PaintFormOn(const FormPeer& form, HDC device) {
     PaintBoxes(form.form, device, client);
 }
 
-void PaintForm(const FormPeer& form) {
+void PaintForm(FormPeer& form) {
+    form.backgroundStale = false;
+    form.shownColor = ToColorRef(form.form.BackColor);
     const Canvas canvas(form.window);
     PaintFormOn(form, canvas.Device());
 }
 
 HBRUSH BrushForControl(FormPeer& form, HDC device, HWND control) {
+    form.backgroundStale = false;
     const Control* const known = ControlOfWindow(control);
     if (known != nullptr && known->Kind() == ComponentKind::kTextBox) {
         // A read-only box asks as if it were a label; it is to look like any other box.
@@ -67,13 +83,30 @@ HBRUSH BrushForControl(FormPeer& form, HDC device, HWND control) {
     return form.brush.Get();
 }
 
-void BackgroundChanged(const FormPeer& form) {
+void BackgroundChanged(FormPeer& form) {
+    if (form.backgroundStale) {
+        return;
+    }
+    form.backgroundStale = true;
     ::InvalidateRect(form.window, nullptr, FALSE);
     for (const Control* control : form.form.Controls()) {
         if (IsOnBackground(*control) && PeerOf(*control) != nullptr) {
             ::InvalidateRect(PeerOf(*control)->window, nullptr, FALSE);
         }
     }
+}
+
+void BackColorChanged(FormPeer& form) {
+    if (IsNear(ToColorRef(form.form.BackColor), form.shownColor)) {
+        ::SetTimer(form.window, kBackColorTimer, kColorWait, nullptr);
+    } else {
+        BackgroundChanged(form);
+    }
+}
+
+void OnBackColorTimer(FormPeer& form) {
+    ::KillTimer(form.window, kBackColorTimer);
+    BackgroundChanged(form);
 }
 
 std::optional<LRESULT> AnswerAsFrame(const ControlPeer& peer, UINT message, WPARAM wParam,
@@ -86,6 +119,7 @@ std::optional<LRESULT> AnswerAsFrame(const ControlPeer& peer, UINT message, WPAR
             return ::SendMessageA(peer.form->window, message, wParam, lParam);
         case WM_ERASEBKGND: {
             // The form leaves out what its controls cover, and a group box paints its line only.
+            peer.form->backgroundStale = false;
             RECT client;
             ::GetClientRect(peer.window, &client);
             Fill(reinterpret_cast<HDC>(wParam), client, ToColorRef(peer.form->form.BackColor));

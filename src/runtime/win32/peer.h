@@ -76,6 +76,8 @@ struct FormPeer final : Peer {
     SIZE baseUnits;
     UniqueBrush brush;
     COLORREF brushColor = 0;
+    bool backgroundStale = false;       ///< To be painted, and nothing has been painted since.
+    COLORREF shownColor = CLR_INVALID;  ///< The last colour of the background that was painted.
     HWND focus = nullptr;  ///< What has the keyboard when the form is the active window again.
     std::unique_ptr<OthersDisabled> modal;
     std::vector<MemberPeer*> members;
