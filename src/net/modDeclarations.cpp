@@ -34,8 +34,7 @@ bool check_internet_connectivity(frmSwiftPatch& window, const std::string& url) 
         const std::int32_t size = result ? GetHTTPFileSize(window, url) : 0;
         // Without a connection too; the answer cannot turn the result to True. Deliberate.
         if (size < kPlausibleBuild &&
-            GetHTTPFileSize(window, Replace(url, kStagedBuild, kLicenceText)) <
-                kPlausibleLicence) {
+            GetHTTPFileSize(window, Replace(url, kStagedBuild, kLicenceText)) < kPlausibleLicence) {
             result = false;
         }
     } catch (const RuntimeError& error) {
