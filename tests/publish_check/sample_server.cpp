@@ -1,5 +1,7 @@
 #include "publish_check/sample_server.h"
 
+#include <algorithm>
+
 #include "fixtures/animation.h"
 
 namespace publish_check {

@@ -1,4 +1,5 @@
 #include <array>
+#include <string_view>
 
 #include "publish_check/outcome.h"
 #include "publish_check/report.h"
