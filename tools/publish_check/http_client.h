@@ -8,8 +8,8 @@
 namespace publish_check {
 
 /// Asks a server one request after the other, as an updater does: past every cache, without
-/// cookies, following redirects, and giving up after 15 seconds of silence. On Windows it is the
-/// updater's own transfer control, elsewhere libcurl.
+/// cookies, following redirects, and giving up after 15 seconds of silence. It goes
+/// through libcurl.
 class HttpClient {
 public:
     HttpClient();
