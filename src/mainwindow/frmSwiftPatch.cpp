@@ -1,5 +1,8 @@
 #include "mainwindow/frmSwiftPatch.h"
 
+#include <algorithm>
+#include <array>
+
 #include "app/error_report.h"
 #include "app/paths.h"
 #include "app/shared_state.h"
@@ -116,11 +119,12 @@ void frmSwiftPatch::error_Message(std::string& message, std::int16_t style,
 }
 
 void frmSwiftPatch::FocusNextStep() {
-    for (CommandButton* step : {&cmdRetry, &cmdInstall, &cmdClose}) {
-        if (step->Visible && step->Enabled) {
-            step->SetFocus();
-            return;
-        }
+    const std::array steps{&cmdRetry, &cmdInstall, &cmdClose};
+    const auto next = std::find_if(steps.begin(), steps.end(), [](const CommandButton* step) {
+        return step->Visible && step->Enabled;
+    });
+    if (next != steps.end()) {
+        (*next)->SetFocus();
     }
 }
 

@@ -28,7 +28,7 @@ Outcome OutcomeOfFailure(const std::string& title, const std::string& text) {
 
 }  // namespace
 
-Outcome OutcomeOf(swiftpatch::frmSwiftPatch& window, const FieldRun& run) {
+Outcome OutcomeOf(const swiftpatch::frmSwiftPatch& window, const FieldRun& run) {
     if (window.cmdInstall.Visible && window.cmdInstall.Enabled) {
         return Outcome::kOffered;
     }

@@ -53,7 +53,7 @@ private:
 
     Section SectionAt(std::uint32_t index) const {
         const std::size_t table = header_ + 24 + bytes_.Word(header_ + 20);
-        const std::size_t entry = table + std::size_t{index} * 40;
+        const std::size_t entry = table + static_cast<std::size_t>(index) * 40;
         return {bytes_.DoubleWord(entry + 12), bytes_.DoubleWord(entry + 20),
                 bytes_.DoubleWord(entry + 16)};
     }
@@ -91,7 +91,7 @@ private:
 
     std::uint32_t Entry(std::size_t folder, std::uint32_t id) const {
         for (std::uint32_t i = 0; i < EntryCount(folder); ++i) {
-            const std::size_t entry = folder + 16 + std::size_t{i} * 8;
+            const std::size_t entry = folder + 16 + static_cast<std::size_t>(i) * 8;
             if (bytes_.DoubleWord(entry) == id) {
                 return bytes_.DoubleWord(entry + 4);
             }
