@@ -10,8 +10,8 @@ namespace swiftpatch {
 /// Handles all messages that are waiting and returns at once.
 void DoEvents();
 
-/// For loops that only wait: as DoEvents, but when nothing is waiting it first rests until
-/// something comes, for some milliseconds at most, so that waiting costs no processor time.
+/// For loops that only wait: as DoEvents, but when nothing is waiting it first rests for at most
+/// one millisecond until something comes, so that waiting costs no processor time.
 void DoEventsResting();
 
 /// For loops that yield thousands of times a second: as DoEvents, at most once a millisecond;

@@ -17,10 +17,6 @@ namespace {
 /// cannot keep it for ever.
 constexpr DWORD kLongestFlood = 20;
 
-/// Whatever comes ends a rest at once, so this bounds only how late a loop sees that the clock has
-/// gone on. (Each rest costs a sixth of a millisecond under Wine: one a millisecond is too many.)
-constexpr DWORD kLongestRest = 20;
-
 /// So many paced yields come before the fine clock is asked, while the coarse one stands still.
 constexpr unsigned kCallsPerLook = 16;
 
@@ -155,7 +151,7 @@ void DestroyAllNow() { DestroyDoomed(0); }
 
 void DoEvents() { Pump(); }
 
-void DoEventsResting() { PumpResting(kLongestRest); }
+void DoEventsResting() { PumpResting(1); }
 
 void DoEventsPaced() {
     // The coarse clock costs a hundredth of the fine one, which is therefore asked now and then.
