@@ -23,9 +23,10 @@ wine_screen_pids=()
 wine_prefixes=()
 
 # Windows programs see the names of files through this locale. The overrides keep Wine from asking
-# for its own additions, and from putting entries into the user's menus.
+# for its own additions, from putting entries into the user's menus, and from holding a program that
+# crashed in a debugger nobody attends.
 export LC_ALL=C.UTF-8 WINEARCH=win32 WINEDEBUG=${WINEDEBUG:--all}
-export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d'
+export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe,winedbg.exe=d'
 
 wine_error() {
     printf 'wine: error: %s\n' "$*" >&2

@@ -120,15 +120,7 @@ class FolderNames : public UpdateRun, public ::testing::WithParamInterface<const
 
 TEST_P(FolderNames, UpdateWorksInAFolderOfThisName) {
     UseFolder(GetParam());
-    Publish("3.0.12.5");
-    Install("3.0.11.0");
-    LetMainProgramRecord();
-    StartToMainWindow();
-    AnswerMissingBuildBox();
-    AwaitOffer();
-    InstallOffered("3.00.11.00");
-    Close();
-    MainProgram(folder_->Path(), kSoon).Close();
+    UpdateFromTheServer();
     ExpectFiles({"created started.txt", "created tolvex.3.00.11.00.exe", "changed tolvex.exe",
                  "created tolvex30.exe"});
     EXPECT_EQ(folder_->Read("tolvex.exe"), Build("3.0.12.5"));

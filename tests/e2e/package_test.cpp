@@ -11,7 +11,6 @@ namespace swiftpatch::e2e {
 namespace {
 namespace fs = std::filesystem;
 
-constexpr milliseconds kSoon{10000};
 constexpr char kSample[] = "tolvex.dta.sample.txt";
 
 std::vector<std::string> FilesBelow(const fs::path& folder) {
@@ -62,15 +61,7 @@ TEST_F(Package, HoldsTheProgramWithAllThatAMakerNeeds) {
 TEST_F(Package, BesideAMainProgramRunsAWholeUpdate) {
     UsePackage();
     EditDataFile();
-    Publish("3.0.12.5");
-    Install("3.0.11.0");
-    LetMainProgramRecord();
-    StartToMainWindow();
-    AnswerMissingBuildBox();
-    AwaitOffer();
-    InstallOffered("3.00.11.00");
-    Close();
-    MainProgram(folder_->Path(), kSoon).Close();
+    UpdateFromTheServer();
     ExpectFiles({"created filecopy.avi", "created started.txt", "created tolvex.3.00.11.00.exe",
                  "changed tolvex.exe", "created tolvex30.exe"});
     EXPECT_EQ(folder_->Read("tolvex.exe"), Build("3.0.12.5"));

@@ -67,6 +67,9 @@ void UpdateRun::TearDown() {
 
 // A failed test can leave the main program that the updater started, which would hold its file.
 void UpdateRun::EndStartedMainProgram() const {
+    if (!folder_) {
+        return;
+    }
     for (const DWORD id : ProcessesOf(folder_->File("tolvex.exe"))) {
         try {
             const Process left(id);
@@ -178,6 +181,18 @@ void UpdateRun::InstallOffered(const std::string& version) {
     AnswerBackupBox(version);
     updater_->AwaitText(kLblAnimationMsg, "You have installed the latest version of q-tolvex.",
                         kLongestReaction);
+}
+
+void UpdateRun::UpdateFromTheServer() {
+    Publish("3.0.12.5");
+    Install("3.0.11.0");
+    LetMainProgramRecord();
+    StartToMainWindow();
+    AnswerMissingBuildBox();
+    AwaitOffer();
+    InstallOffered("3.00.11.00");
+    Close();
+    MainProgram(folder_->Path(), kLongestReaction).Close();
 }
 
 void UpdateRun::AwaitPercentage(int percentage) {

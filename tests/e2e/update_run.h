@@ -71,6 +71,9 @@ protected:
     /// Presses Install, answers the box about the backup of the installed `version`, and waits
     /// until the new build is in.
     void InstallOffered(const std::string& version);
+    /// A whole update from 3.0.11.0 to 3.0.12.5: published, fetched, installed, and the new build
+    /// started and closed.
+    void UpdateFromTheServer();
     /// Waits until the download has come that far.
     void AwaitPercentage(int percentage);
     /// Takes the mark off the check box at the bottom, so that the end does not start the main
