@@ -17,7 +17,8 @@
 
 wine_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 wine_folder=$wine_root/build/wine
-wine_screen=1280x1024
+wine_desktop=1280x1024
+wine_screen=$wine_desktop
 wine_boot_seconds=180
 wine_screen_pids=()
 wine_prefixes=()
@@ -63,9 +64,9 @@ wine_prefix() {
         wine_error "a new prefix could not be prepared in $wine_boot_seconds seconds" || return 1
     # Without a window manager only the windows of a Wine desktop get caption bars.
     wine_set 'HKCU\Software\Wine\Explorer' Desktop Default &&
-        wine_set 'HKCU\Software\Wine\Explorer\Desktops' Default "$wine_screen" || return 1
+        wine_set 'HKCU\Software\Wine\Explorer\Desktops' Default "$wine_desktop" || return 1
     wine_settle
-    wine --version >"$WINEPREFIX/prepared"
+    wine_kind >"$WINEPREFIX/prepared"
 }
 
 wine_prefix_like() {
@@ -76,6 +77,9 @@ wine_prefix_like() {
     wineserver -k 2>/dev/null || true
     rm -rf "$WINEPREFIX"
     cp -a "$base" "$WINEPREFIX"
+    # The signs on the buttons of a caption, which Wine does not find where its package puts them:
+    # without them the buttons show the letters "0 1 r".
+    cp /usr/share/wine/fonts/marlett.ttf "$WINEPREFIX/drive_c/windows/Fonts"
 }
 
 wine_select() {
@@ -84,8 +88,14 @@ wine_select() {
     wine_prefixes+=("$WINEPREFIX")
 }
 
+# What a prefix is made of. All scripts share the prefix "base": the desktop in it is the usual one,
+# whatever the screen of the script that happens to come first.
+wine_kind() {
+    printf '%s, desktop %s\n' "$(wine --version)" "$wine_desktop"
+}
+
 wine_is_current() {
-    [ "$(cat "$WINEPREFIX/prepared" 2>/dev/null)" = "$(wine --version)" ]
+    [ "$(cat "$WINEPREFIX/prepared" 2>/dev/null)" = "$(wine_kind)" ]
 }
 
 wine_set() {
