@@ -6,6 +6,7 @@
 
 #include "runtime/win32/pump.h"
 #include "runtime/win32/text_view_state.h"
+#include "runtime/win32/themed_edge.h"
 
 namespace swiftpatch {
 namespace {
@@ -53,6 +54,10 @@ LRESULT TextView::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_ERASEBKGND:
             return 1;  // All is painted in WM_PAINT, in one go.
+        case WM_NCPAINT:
+            ::DefWindowProcA(window_, message, wParam, lParam);
+            PaintThemedEdge(window_);
+            return 0;
         case WM_SIZE:
             ScrollTo(top_, left_);
             return 0;

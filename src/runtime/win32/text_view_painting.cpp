@@ -7,7 +7,6 @@
 namespace swiftpatch {
 namespace {
 
-constexpr int kMargin = 2;        // Pixels left of the text.
 constexpr int kColumnsAStep = 8;  // Of the horizontal scroll bar.
 
 }  // namespace
@@ -67,7 +66,7 @@ void TextView::PaintCells(HDC device, std::size_t line, std::size_t first, std::
                           int top, bool selected) const {
     const std::string cells = lines_.Cells(line, first, count);
     const std::vector<INT> widths(cells.size(), cell_.cx);
-    const int x = kMargin + (static_cast<int>(first) - left_) * cell_.cx;
+    const int x = Margin() + (static_cast<int>(first) - left_) * cell_.cx;
     const RECT around{x, top, x + static_cast<int>(count) * cell_.cx, top + cell_.cy};
     ::SetTextColor(device, ::GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
     ::SetBkColor(device, ::GetSysColor(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
@@ -148,7 +147,7 @@ void TextView::PlaceCaret() const {
     if (::GetFocus() == window_) {
         const auto line = static_cast<int>(lines_.LineOf(selection_.Caret()));
         const auto column = static_cast<int>(lines_.ColumnOf(selection_.Caret()));
-        ::SetCaretPos(kMargin + (column - left_) * cell_.cx, (line - top_) * cell_.cy);
+        ::SetCaretPos(Margin() + (column - left_) * cell_.cx, (line - top_) * cell_.cy);
     }
 }
 
@@ -161,13 +160,13 @@ int TextView::Rows() const {
 int TextView::Columns() const {
     RECT client;
     ::GetClientRect(window_, &client);
-    return std::max((client.right - kMargin) / cell_.cx, 1L);
+    return std::max((client.right - Margin()) / cell_.cx, 1L);
 }
 
 std::size_t TextView::OffsetAtPoint(LPARAM place) const {
     // With the button held down the mouse may be above or left of the window.
     const int y = static_cast<SHORT>(HIWORD(place));
-    const int x = static_cast<SHORT>(LOWORD(place)) - kMargin + cell_.cx / 2;
+    const int x = static_cast<SHORT>(LOWORD(place)) - Margin() + cell_.cx / 2;
     const int row = y < 0 ? -1 : y / cell_.cy;
     const int line = std::clamp(top_ + row, 0, static_cast<int>(lines_.Count()) - 1);
     const int column = x < 0 ? left_ - 1 : left_ + x / cell_.cx;

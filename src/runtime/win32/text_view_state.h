@@ -39,6 +39,8 @@ private:
     void PlaceCaret() const;
     void Redraw();
 
+    /// Left of the text; as wide for its letters as in the system's own boxes.
+    int Margin() const { return cell_.cx / 2; }
     int Rows() const;
     int Columns() const;
     std::size_t OffsetAtPoint(LPARAM place) const;
