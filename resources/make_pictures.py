@@ -15,20 +15,26 @@ PAGE = (255, 255, 255)
 LINE = (120, 136, 160)
 FOLD = (196, 206, 222)
 EDGE = (70, 84, 110)
-ARROW = (36, 132, 214)
-TIP = (24, 104, 182)
+RIM = (255, 255, 255)
+# Shaft and tip of the arrow: dark on its rim in icons, bright before the splash's background.
+ICON_ARROW = [(16, 92, 176), (10, 70, 140)]
+SPLASH_ARROW = [(36, 132, 214), (24, 104, 182)]
 
 # The drawing lies in the unit square, y downwards.
 LEFT, TOP, RIGHT, BOTTOM, CORNER = 0.355, 0.275, 0.645, 0.725, 0.10
 RING, HALF_WIDTH, TIP_LENGTH, TIP_HALF = 0.36, 0.052, 0.2, 0.125
 ARC_START, ARC_END = -30.0, 270.0  # Degrees, clockwise from the right.
+RIM_WIDTH = 0.04
+AROUND = [(RIM_WIDTH * math.cos(i * math.pi / 6), RIM_WIDTH * math.sin(i * math.pi / 6))
+          for i in range(12)]
 
 
 def on_arrow(x, y):
+    """0 on the shaft, 1 on the tip, else None."""
     dx, dy = x - 0.5, y - 0.5
     angle = (math.degrees(math.atan2(dy, dx)) - ARC_START) % 360.0
     if abs(math.hypot(dx, dy) - RING) <= HALF_WIDTH and angle <= ARC_END - ARC_START:
-        return ARROW
+        return 0
     end = math.radians(ARC_END)
     along = (-math.sin(end), math.cos(end))
     outward = (math.cos(end), math.sin(end))
@@ -36,7 +42,7 @@ def on_arrow(x, y):
     ahead = px * along[0] + py * along[1]
     aside = px * outward[0] + py * outward[1]
     if 0.0 <= ahead <= TIP_LENGTH and abs(aside) <= TIP_HALF * (1.0 - ahead / TIP_LENGTH):
-        return TIP
+        return 1
     return None
 
 
@@ -57,21 +63,27 @@ def on_page(x, y):
     return PAGE
 
 
-def behind(x, y):
-    """The splash picture's background; icons have none."""
+def on_rim(x, y):
+    """Behind an icon: a rim that keeps the arrow apart from a title bar of whatever colour."""
+    return RIM if any(on_arrow(x + dx, y + dy) is not None for dx, dy in AROUND) else None
+
+
+def glow(x, y):
+    """Behind the splash picture."""
     if min(x, y, 1.0 - x, 1.0 - y) < 0.012:
         return (150, 176, 214)
-    glow = max(0.0, 1.0 - math.hypot(x - 0.5, y - 0.45) / 0.75)
-    return tuple(int(dark + (light - dark) * glow)
-                 for dark, light in zip((10, 22, 52), (62, 96, 160)))
+    light = max(0.0, 1.0 - math.hypot(x - 0.5, y - 0.45) / 0.75)
+    return tuple(int(low + (high - low) * light)
+                 for low, high in zip((10, 22, 52), (62, 96, 160)))
 
 
-def pixel(column, row, size, background):
+def pixel(column, row, size, arrow, background):
     total = [0.0, 0.0, 0.0, 0.0]
     for i in range(SAMPLES * SAMPLES):
         x = (column + (i % SAMPLES + 0.5) / SAMPLES) / size
         y = (row + (i // SAMPLES + 0.5) / SAMPLES) / size
-        color = on_arrow(x, y) or on_page(x, y) or (background and background(x, y))
+        part = on_arrow(x, y)
+        color = on_page(x, y) or background(x, y) if part is None else arrow[part]
         if color:
             total = [a + b for a, b in zip(total, (*color, 1.0))]
     if total[3] == 0:
@@ -80,8 +92,8 @@ def pixel(column, row, size, background):
             round(255 * total[3] / (SAMPLES * SAMPLES)))
 
 
-def draw(size, background=None):
-    return [[pixel(column, row, size, background) for column in range(size)]
+def draw(size, arrow=ICON_ARROW, background=on_rim):
+    return [[pixel(column, row, size, arrow, background) for column in range(size)]
             for row in range(size)]
 
 
@@ -258,7 +270,7 @@ def jpeg(rows):
 def main():
     folder = pathlib.Path(__file__).resolve().parent
     (folder / "swiftpatch.ico").write_bytes(icon())
-    (folder / "splash.jpg").write_bytes(jpeg(draw(192, behind)))
+    (folder / "splash.jpg").write_bytes(jpeg(draw(192, SPLASH_ARROW, glow)))
 
 
 if __name__ == "__main__":
