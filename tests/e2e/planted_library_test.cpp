@@ -7,7 +7,7 @@ namespace {
 
 // The libraries that the program loads, but for version.dll, which Wine's own user32 needs before
 // any program runs.
-constexpr const char* kNames[] = {"comctl32.dll", "setupapi.dll", "wininet.dll"};
+constexpr const char* kNames[] = {"comctl32.dll", "setupapi.dll", "uxtheme.dll", "wininet.dll"};
 
 /// Makes Wine take a library beside the updater for its own, as Windows does; of its own accord it
 /// prefers what it has itself.
