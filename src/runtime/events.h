@@ -14,6 +14,10 @@ void DoEvents();
 /// one millisecond until something comes, so that waiting costs no processor time.
 void DoEventsResting();
 
+/// For waits that only a message ends: as DoEvents, but when nothing is waiting it first rests
+/// until something comes. (It returns after fifty milliseconds all the same.)
+void DoEventsWaiting();
+
 /// For loops that yield thousands of times a second: as DoEvents, at most once a millisecond;
 /// in between it returns without a look at the queue.
 void DoEventsPaced();

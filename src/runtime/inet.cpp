@@ -54,7 +54,7 @@ std::string Inet::GetChunk(std::size_t size) {
     while (body_ && mine == request_ && held_ < size && !ended_ && failure_ == 0) {
         // However small the blocks come, more than are read ahead may be needed.
         AskForBlock();
-        DoEventsResting();
+        DoEventsWaiting();
         OnClock();
     }
     if (!body_ || mine != request_) {

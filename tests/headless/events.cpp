@@ -12,6 +12,8 @@ void DoEvents() { TheWorld().Pump(World::PumpKind::kAll); }
 
 void DoEventsResting() { TheWorld().Pump(World::PumpKind::kResting); }
 
+void DoEventsWaiting() { TheWorld().Pump(World::PumpKind::kWaiting); }
+
 void DoEventsPaced() { TheWorld().Pump(World::PumpKind::kPaced); }
 
 void End() {

@@ -6,7 +6,8 @@ namespace swiftpatch::headless {
 
 void Trace::Add(const std::string& line) {
     // A loop that waits yields thousands of times; that it waited is what can be observed.
-    const bool waiting = line == "DoEventsResting" || line == "DoEventsPaced";
+    const bool waiting =
+        line == "DoEventsResting" || line == "DoEventsWaiting" || line == "DoEventsPaced";
     if (waiting && !lines_.empty() && lines_.back() == line) {
         return;
     }

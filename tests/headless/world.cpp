@@ -94,9 +94,10 @@ void World::Close(Form& form) {
 }
 
 void World::Pump(PumpKind kind) {
-    constexpr const char* kNames[] = {"DoEvents", "DoEventsResting", "DoEventsPaced"};
+    constexpr const char* kNames[] = {"DoEvents", "DoEventsResting", "DoEventsWaiting",
+                                      "DoEventsPaced"};
     trace.Add(kNames[static_cast<int>(kind)]);
-    PumpOnce(kind == PumpKind::kResting);
+    PumpOnce(kind == PumpKind::kResting || kind == PumpKind::kWaiting);
 }
 
 void World::PumpOnce(bool resting) {

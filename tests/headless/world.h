@@ -111,7 +111,7 @@ public:
     void Close(Form& form);
 
     // Used by the headless runtime.
-    enum class PumpKind { kAll, kResting, kPaced };
+    enum class PumpKind { kAll, kResting, kWaiting, kPaced };
     void Pump(PumpKind kind);
     void EndRun();
     bool RunOver() const { return runOver_; }

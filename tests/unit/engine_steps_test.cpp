@@ -23,7 +23,7 @@ protected:
                 lines.push_back(line);
             }
         }
-        std::erase(lines, "DoEventsResting");
+        std::erase(lines, "DoEventsWaiting");
         return Joined(lines);
     }
 

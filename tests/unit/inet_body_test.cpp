@@ -111,7 +111,7 @@ TEST_F(InetBody, WaitingForBytesYields) {
     StartBody(Bytes(2000), 300);
     world.trace.Clear();
     inet.GetChunk(1024);
-    EXPECT_THAT(world.trace.Lines(), ElementsAre("DoEventsResting"));
+    EXPECT_THAT(world.trace.Lines(), ElementsAre("DoEventsWaiting"));
 }
 
 TEST_F(InetBody, HeadHasNoBody) {

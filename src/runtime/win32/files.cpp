@@ -48,11 +48,14 @@ WIN32_FIND_DATAA EntryOf(const std::string& path) {
     throw RuntimeError(error_number::kFileNotFound);
 }
 
+/// What is gathered is gone afterwards, written or not; its memory stays for what comes.
 void WriteOut(OpenFile& open) {
-    const std::string bytes = std::exchange(open.gathered, {});
-    const auto count = static_cast<DWORD>(bytes.size());
+    const auto count = static_cast<DWORD>(open.gathered.size());
     DWORD written = 0;
-    if (count != 0 && !::WriteFile(open.file.Get(), bytes.data(), count, &written, nullptr)) {
+    const bool failed =
+        count != 0 && !::WriteFile(open.file.Get(), open.gathered.data(), count, &written, nullptr);
+    open.gathered.clear();
+    if (failed) {
         RaiseFileError(::GetLastError(), FileAction::kOpen);
     }
     if (written != count) {
@@ -144,7 +147,6 @@ void PutBytes(int number, std::string_view bytes) {
     open.gathered += bytes;
     if (open.gathered.size() >= kGather) {
         WriteOut(open);
-        open.gathered.reserve(kGather);
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <string>
+#include <cstddef>
+#include <memory>
 
 #include "runtime/win32/wininet.h"
 
@@ -37,8 +38,10 @@ public:
 
     void Release();
 
-    /// Where the platform puts the body's bytes.
-    std::string block;
+    static constexpr std::size_t kBlockSize = 128 * 1024;
+    /// Where the platform puts the body's bytes, and how many of them are there.
+    std::unique_ptr<char[]> block;
+    std::size_t held = 0;
 
 private:
     ~Exchange() = default;

@@ -3,6 +3,7 @@
 #include <deque>
 #include <functional>
 #include <span>
+#include <string>
 #include <utility>
 
 #include "runtime/events.h"
@@ -15,9 +16,8 @@
 namespace swiftpatch {
 namespace {
 
-constexpr std::size_t kBlockSize = 64 * 1024;
 /// A block that holds this much is handed over without a further read.
-constexpr std::size_t kEnough = kBlockSize / 2;
+constexpr std::size_t kEnough = Exchange::kBlockSize / 2;
 constexpr UINT_PTR kClockTimer = 1;
 constexpr UINT kClockInterval = 250;
 constexpr const char* kWindowClass = "SwiftPatchTransfer";
@@ -59,7 +59,7 @@ struct InetTransport::Request {
     void Gather();
     DWORD Read(std::span<char> target);
     bool HasEnd() const { return ended || failure != ERROR_SUCCESS; }
-    bool HasResult() const { return HasEnd() || !exchange->block.empty(); }
+    bool HasResult() const { return HasEnd() || exchange->held != 0; }
     void Deliver();
 
     Inet& owner;
@@ -247,12 +247,12 @@ void InetTransport::Request::OnAnswered(DWORD error) {
 
 /// Takes what has come in, until it is enough or more has yet to be announced.
 void InetTransport::Request::Gather() {
-    std::string& block = exchange->block;
-    while (phase == Phase::kAnswered && !HasEnd() && block.size() < kEnough) {
-        const std::size_t before = block.size();
-        block.resize(kBlockSize);
-        const DWORD received = Read({block.data() + before, kBlockSize - before});
-        block.resize(before + received);
+    if (!exchange->block) {
+        exchange->block = std::make_unique_for_overwrite<char[]>(Exchange::kBlockSize);
+    }
+    while (phase == Phase::kAnswered && !HasEnd() && exchange->held < kEnough) {
+        exchange->held +=
+            Read({exchange->block.get() + exchange->held, Exchange::kBlockSize - exchange->held});
     }
 }
 
@@ -286,10 +286,11 @@ void InetTransport::Request::Deliver() {
     wanted = false;
     const std::uint32_t number = exchange->Number();
     // Bytes come first, then what ended them.
-    if (exchange->block.empty() && failure != ERROR_SUCCESS) {
+    if (exchange->held == 0 && failure != ERROR_SUCCESS) {
         owner.OnFailed(number, TransferErrorNumber(failure, true));
     } else {
-        owner.OnBlock(number, std::exchange(exchange->block, {}));
+        const std::size_t count = std::exchange(exchange->held, 0);
+        owner.OnBlock(number, std::string(exchange->block.get(), count));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "runtime/win32/canvas.h"
 #include "runtime/win32/colors.h"
+#include "runtime/win32/fonts.h"
 #include "runtime/win32/painting.h"
 #include "runtime/win32/picture.h"
 
@@ -8,10 +9,14 @@ namespace {
 
 const Label& LabelOf(const ControlPeer& peer) { return static_cast<const Label&>(peer.control); }
 
+/// Not asked of the system: a control stays where it was laid out, and every look at a window is a
+/// call to the server of the windows on some platforms.
 RECT PlaceOnForm(const ControlPeer& peer) {
-    RECT place;
-    ::GetWindowRect(peer.window, &place);
-    ::MapWindowPoints(nullptr, peer.form->window, reinterpret_cast<POINT*>(&place), 2);
+    RECT place = ToPixels(peer.control.Position(), peer.form->baseUnits);
+    if (const Frame* const container = peer.control.Container()) {
+        const RECT around = ToPixels(container->Position(), peer.form->baseUnits);
+        ::OffsetRect(&place, around.left, around.top);
+    }
     return place;
 }
 

@@ -153,6 +153,11 @@ void DoEvents() { Pump(); }
 
 void DoEventsResting() { PumpResting(1); }
 
+void DoEventsWaiting() {
+    constexpr DWORD kLongest = 50;
+    PumpResting(kLongest);
+}
+
 void DoEventsPaced() {
     // The coarse clock costs a hundredth of the fine one, which is therefore asked now and then.
     static DWORD tick = 0;
