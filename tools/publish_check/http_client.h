@@ -8,8 +8,8 @@
 namespace publish_check {
 
 /// Asks a server one request after the other, as an updater does: past every cache, without
-/// cookies, following redirects, and giving up after 15 seconds of silence. It goes
-/// through libcurl.
+/// cookies, following redirects, and giving up after 15 seconds of silence. On Windows it is the
+/// updater's own transfer control, elsewhere libcurl.
 class HttpClient {
 public:
     HttpClient();
@@ -24,5 +24,9 @@ private:
     struct Session;
     std::unique_ptr<Session> session_;
 };
+
+// What both say of a body that is not all there, since only one of them knows more about it.
+inline constexpr const char* kBodyLost = "the connection was lost, or silent for 15 seconds";
+inline constexpr const char* kBodyTooLarge = "it is larger than one GiB";
 
 }  // namespace publish_check

@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "publish_check/http_client.h"
+#include "runtime/runtime_error.h"
 
 namespace publish_check {
 namespace {
@@ -29,6 +30,34 @@ size_t TakeHeader(char* bytes, size_t size, size_t count, void* answer) {
     }
     headers += line;
     return size * count;
+}
+
+/// The body had begun when it failed, so that an updater has an answer.
+bool IsInBody(CURLcode result, const Answer& answer) {
+    const bool possible = result == CURLE_PARTIAL_FILE || result == CURLE_RECV_ERROR ||
+                          result == CURLE_OPERATION_TIMEDOUT || result == CURLE_WRITE_ERROR;
+    return possible && answer.headers.ends_with("\r\n\r\n");
+}
+
+/// Says what the updater's transfer control says, where that has words for it.
+std::string ProblemOf(CURLcode result, bool inBody) {
+    namespace error_number = swiftpatch::error_number;
+    if (inBody) {
+        return result == CURLE_WRITE_ERROR ? kBodyTooLarge : kBodyLost;
+    }
+    switch (result) {
+        case CURLE_COULDNT_RESOLVE_HOST:
+        case CURLE_COULDNT_RESOLVE_PROXY:
+        case CURLE_COULDNT_CONNECT:
+            return swiftpatch::RuntimeError(error_number::kNoConnection).Description();
+        case CURLE_GOT_NOTHING:
+        case CURLE_RECV_ERROR:
+            return swiftpatch::RuntimeError(error_number::kRequestFailed).Description();
+        case CURLE_OPERATION_TIMEDOUT:
+            return swiftpatch::RuntimeError(error_number::kRequestTimedOut).Description();
+        default:
+            return curl_easy_strerror(result);
+    }
 }
 
 struct ListDeleter {
@@ -89,14 +118,13 @@ Answer HttpClient::Ask(const std::string& verb, const std::string& url) {
     curl_easy_getinfo(session_->handle.get(), CURLINFO_REDIRECT_COUNT, &redirects);
     answer.status = static_cast<int>(status);
     answer.redirected = redirects > 0;
+    // A failure before the last answer's body began leaves nothing that an updater could use.
+    const bool inBody = IsInBody(result, answer);
     if (result != CURLE_OK) {
-        answer.problem = curl_easy_strerror(result);
+        answer.problem = ProblemOf(result, inBody);
     }
     answer.closed = result == CURLE_PARTIAL_FILE;
-    // A failure before the last answer's body began leaves nothing that an updater could use.
-    const bool inBody = result == CURLE_PARTIAL_FILE || result == CURLE_RECV_ERROR ||
-                        result == CURLE_OPERATION_TIMEDOUT || result == CURLE_WRITE_ERROR;
-    answer.answered = result == CURLE_OK || (inBody && answer.headers.ends_with("\r\n\r\n"));
+    answer.answered = result == CURLE_OK || inBody;
     return answer;
 }
 

@@ -2,7 +2,9 @@
 
 #include <chrono>
 #include <filesystem>
+#include <new>
 #include <ostream>
+#include <system_error>
 
 #include "publish_check/command_line.h"
 #include "publish_check/folder_server.h"
@@ -36,8 +38,12 @@ bool LooksLikeAddress(const std::string& target) {
 }
 
 ServerState ReadTarget(const std::string& target) {
-    if (std::filesystem::is_directory(target)) {
-        return ReadFolder(target);
+    // Taken for UTF-8 on Windows, and as it is elsewhere.
+    const std::filesystem::path folder(std::u8string(target.begin(), target.end()));
+    // What the system takes for no name at all is no folder either.
+    std::error_code noName;
+    if (std::filesystem::is_directory(folder, noName)) {
+        return ReadFolder(folder);
     }
     if (LooksLikeAddress(target)) {
         return ReadLiveServer(target);
@@ -63,6 +69,8 @@ int RunPublishCheck(const std::vector<std::string>& arguments, std::ostream& out
     } catch (const UsageError& error) {
         errors << "publish-check: " << error.what()
                << "\nusage: publish-check FOLDER|URL [--installed VERSION ...] [--json] [--help]\n";
+    } catch (const std::bad_alloc&) {
+        errors << "publish-check: not enough memory for files as large as these\n";
     } catch (const std::exception& error) {
         errors << "publish-check: " << error.what() << "\n";
     }
