@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -24,6 +25,10 @@ private:
     struct Session;
     std::unique_ptr<Session> session_;
 };
+
+// The bounds that both keep.
+inline constexpr long kLongestSilence = 15;  // Seconds; libcurl reads a long.
+inline constexpr std::size_t kLargestBody = std::size_t{1} << 30U;
 
 // What both say of a body that is not all there, since only one of them knows more about it.
 inline constexpr const char* kBodyLost = "the connection was lost, or silent for 15 seconds";

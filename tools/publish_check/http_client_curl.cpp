@@ -8,9 +8,7 @@
 namespace publish_check {
 namespace {
 
-constexpr long kLongestSilence = 15;  // Seconds.
 constexpr long kMostRedirects = 10;
-constexpr std::size_t kLargestBody = std::size_t{1} << 30U;
 
 size_t TakeBody(char* bytes, size_t size, size_t count, void* answer) {
     std::string& body = static_cast<Answer*>(answer)->body;

@@ -12,8 +12,6 @@ namespace {
 
 namespace inet_state = swiftpatch::inet_state;
 
-constexpr std::int32_t kLongestSilence = 15;  // Seconds.
-constexpr std::size_t kLargestBody = std::size_t{1} << 30U;
 constexpr std::size_t kChunk = std::size_t{64} * 1024;
 
 /// The transfer control is told of everything, the time included, through a window that is never
