@@ -3,6 +3,7 @@
 // Needs the platform's own header before it.
 #include <tlhelp32.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "e2e/text.h"
@@ -52,26 +53,28 @@ fs::path FolderBelow(const std::string& program) {
             continue;  // It has just gone.
         }
     }
-    return {};
+    throw DriveError("no process below Wine runs " + program);
 }
 
-std::size_t FilesOf(const Process& process) {
-    const fs::path folder = FolderBelow(PathText(process.Program()));
+std::size_t EntriesIn(const fs::path& folder) {
     std::size_t count = 0;
     std::error_code error;
-    for (fs::directory_iterator entry(folder / "fd", error), end; !error && entry != end;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {
         ++count;
     }
-    return folder.empty() ? 0 : count;
+    return count;
 }
+
+// Wine's ends of the pipes between a thread and its server: requests, answers, and both of waits.
+constexpr std::size_t kPipesOfThread = 4;
 
 }  // namespace
 
 std::string Resources::Text() const {
     return std::to_string(gdi) + " GDI, " + std::to_string(user) + " USER, " +
            std::to_string(handles) + " handles, " + std::to_string(windows) + " windows, " +
-           std::to_string(files) + " files";
+           std::to_string(threads) + " threads, " + std::to_string(files) + " files";
 }
 
 Resources ResourcesOf(const Process& process) {
@@ -80,7 +83,10 @@ Resources ResourcesOf(const Process& process) {
     resources.user = GetGuiResources(process.Handle(), GR_USEROBJECTS);
     GetProcessHandleCount(process.Handle(), &resources.handles);
     resources.windows = WindowsOf(process.Id());
-    resources.files = FilesOf(process);
+    const fs::path below = FolderBelow(PathText(process.Program()));
+    resources.threads = EntriesIn(below / "task");
+    const std::size_t open = EntriesIn(below / "fd");
+    resources.files = open - std::min(open, kPipesOfThread * resources.threads);
     return resources;
 }
 

@@ -14,7 +14,8 @@ struct Resources {
     DWORD user = 0;           ///< Windows, menus, cursors and the like.
     DWORD handles = 0;        ///< Files, events, threads and the like.
     std::size_t windows = 0;  ///< All windows, the hidden ones and the parts of others too.
-    std::size_t files = 0;    ///< What the system below Wine has open for it.
+    std::size_t threads = 0;  ///< Ours (one) and the system's workers.
+    std::size_t files = 0;    ///< Open below Wine, without what each thread holds there.
 
     std::string Text() const;
 };
