@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "runtime/events.h"
+#include "runtime/win32/paint_pace.h"
 #include "runtime/win32/painting.h"
 
 namespace swiftpatch {
@@ -45,6 +46,10 @@ void OnPressedLater(const FormPeer& form, HWND window) {
 void OnTimer(FormPeer& form, WPARAM id) {
     if (id == kBackColorTimer) {
         OnBackColorTimer(form);
+        return;
+    }
+    if (id == kLateChangesTimer) {
+        OnLateChangesTimer(form);
         return;
     }
     if (RunIsOver() || EventsAreHeld()) {

@@ -9,6 +9,7 @@
 #include "runtime/events.h"
 #include "runtime/runtime_error.h"
 #include "runtime/win32/keyboard.h"
+#include "runtime/win32/paint_pace.h"
 
 namespace swiftpatch {
 namespace {
@@ -149,9 +150,15 @@ void DestroyLater(HWND window) { State().doomed.push_back({window, State().depth
 
 void DestroyAllNow() { DestroyDoomed(0); }
 
-void DoEvents() { Pump(); }
+void DoEvents() {
+    ShowLateChanges();
+    Pump();
+}
 
-void DoEventsResting() { PumpResting(1); }
+void DoEventsResting() {
+    ShowLateChanges();
+    PumpResting(1);
+}
 
 void DoEventsWaiting() {
     constexpr DWORD kLongest = 50;
