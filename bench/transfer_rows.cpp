@@ -49,27 +49,34 @@ struct Download {
     double peakMegabytes = 0;
 };
 
+bool HasSize(const fs::path& file, int megabytes) {
+    return static_cast<double>(fs::file_size(file)) == megabytes * kMegabyte;
+}
+
 void CheckSize(const fs::path& file, int megabytes) {
-    if (static_cast<double>(fs::file_size(file)) != megabytes * kMegabyte) {
+    if (!HasSize(file, megabytes)) {
         throw DriveError(PathText(file) + " has not the size of the body");
     }
 }
 
-// From the last press of a button before the request to the box about the received file, which is
-// no program.
+// From the moment when the file for the body is made to the one when it holds the whole: what the
+// dialogs before and after it cost is no download.
 Download ByProduct(const Options& options, const FarServer& server, int megabytes) {
     const AppFolder folder(options.scratch / "app", options.updater);
     Furnish(folder, options, server.Folder(megabytes));
     const Updater updater(folder.Updater());
-    const Box missing = updater.AwaitMessageBox(kLongestStage);
+    const fs::path target = folder.File("tolvex30.exe");
+    updater.Answer(updater.AwaitMessageBox(kLongestStage), IDOK);
+    Await(
+        "the answer", [&] { return fs::exists(target); }, kLongestStage);
     const double before = ProcessorSeconds(updater.Running());
     const SteadyTime start = Now();
-    updater.Answer(missing, IDOK);
-    updater.AwaitMessageBox(kLongestTransfer);
+    Await(
+        "the whole body", [&] { return HasSize(target, megabytes); }, kLongestTransfer);
     Download done;
     done.cost = {SecondsSince(start), ProcessorSeconds(updater.Running()) - before};
+    updater.AwaitMessageBox(kLongestStage);
     done.peakMegabytes = static_cast<double>(updater.Running().PeakWorkingSet()) / kMegabyte;
-    CheckSize(folder.File("tolvex30.exe"), megabytes);
     return done;
 }
 
