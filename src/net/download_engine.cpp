@@ -109,7 +109,7 @@ bool frmSwiftPatch::ReceiveChunks(int file) {
     std::int16_t percentage = 0;
     bool done = false;
     while (!done) {
-        const std::string chunk = Inet1.GetChunk(kChunk);
+        const Bytes chunk = Inet1.GetChunk(kChunk);
         const std::int32_t upperBound = static_cast<std::int32_t>(chunk.size()) - 1;
         received = CountChunk(received, upperBound);
         if (expectedSize < 1) {
@@ -124,7 +124,7 @@ bool frmSwiftPatch::ReceiveChunks(int file) {
         if (downloadMode == DownloadMode::kAnimation) {
             Sleep(kAnimationPause);
         }
-        PutBytes(file, chunk);
+        PutBytes(file, chunk.View());
         done = upperBound == kNoBytes;
         DoEventsPaced();
     }

@@ -49,13 +49,15 @@ void Inet::Execute(const std::string& url, const std::string& verb) {
 
 std::string Inet::GetHeader(const std::string& name) const { return HeaderValue(headers_, name); }
 
-std::string Inet::GetChunk(std::size_t size) {
+Bytes Inet::GetChunk(std::size_t size) {
     const std::uint32_t mine = request_;
     while (body_ && mine == request_ && held_ < size && !ended_ && failure_ == 0) {
         // However small the blocks come, more than are read ahead may be needed.
         AskForBlock();
-        DoEventsWaiting();
-        OnClock();
+        if (reading_) {
+            DoEventsWaiting();
+            OnClock();
+        }
     }
     if (!body_ || mine != request_) {
         throw RuntimeError(error_number::kRequestFailed);
@@ -66,22 +68,30 @@ std::string Inet::GetChunk(std::size_t size) {
     return TakeBytes(std::min(size, held_));
 }
 
-std::string Inet::TakeBytes(std::size_t count) {
-    std::string bytes;
-    bytes.reserve(count);
-    while (bytes.size() < count) {
-        const std::string& block = blocks_.front();
-        const std::size_t part = std::min(count - bytes.size(), block.size() - taken_);
-        bytes.append(block, taken_, part);
-        taken_ += part;
-        if (taken_ == block.size()) {
-            blocks_.pop_front();
-            taken_ = 0;
+Bytes Inet::TakeBytes(std::size_t count) {
+    Bytes bytes = TakePart(count);
+    if (bytes.size() < count) {
+        std::string joined(bytes.View());
+        while (joined.size() < count) {
+            joined += TakePart(count - joined.size()).View();
         }
+        bytes = Bytes::Of(joined);
     }
     held_ -= count;
     ReadAhead();
     return bytes;
+}
+
+/// Of one block.
+Bytes Inet::TakePart(std::size_t most) {
+    if (most == 0) {
+        return {};
+    }
+    Bytes part = blocks_.front().TakeFront(most);
+    if (blocks_.front().empty()) {
+        blocks_.pop_front();
+    }
+    return part;
 }
 
 void Inet::Cancel() {
@@ -101,6 +111,7 @@ void Inet::OnAnswer(std::uint32_t request, std::int32_t status, std::string head
     if (!IsPresent(request) || !executing_) {
         return;
     }
+    executing_ = false;  // A body that is there and incomplete is no state 11 any more.
     headers_ = std::move(headers);
     responseCode_ = status;
     if (expectsBody_) {
@@ -112,10 +123,15 @@ void Inet::OnAnswer(std::uint32_t request, std::int32_t status, std::string head
     Finish(inet_state::kResponseCompleted);
 }
 
-void Inet::OnBlock(std::uint32_t request, std::string block) {
+void Inet::OnBlock(std::uint32_t request, Bytes block) {
     if (!IsPresent(request) || !body_) {
         return;
     }
+    Accept(std::move(block));
+    ReadAhead();
+}
+
+void Inet::Accept(Bytes block) {
     reading_ = false;
     if (block.empty()) {
         EndBody();
@@ -124,7 +140,6 @@ void Inet::OnBlock(std::uint32_t request, std::string block) {
     held_ += block.size();
     came_ += block.size();
     blocks_.push_back(std::move(block));
-    ReadAhead();
 }
 
 /// The platform takes an orderly close for the end of a body, whatever length the answer promised
@@ -189,7 +204,7 @@ void Inet::FailWith(std::int32_t errorNumber) {
 }
 
 void Inet::ReadAhead() {
-    if (blocks_.size() < kBlocksAhead) {
+    while (open_ && !reading_ && blocks_.size() < kBlocksAhead) {
         AskForBlock();
     }
 }
@@ -200,7 +215,9 @@ void Inet::AskForBlock() {
     }
     reading_ = true;
     Touch();
-    transport_->ReadBlock();
+    if (std::optional<Bytes> block = transport_->ReadBlock()) {
+        Accept(*std::move(block));
+    }
 }
 
 void Inet::CloseTransport() {
@@ -217,7 +234,6 @@ void Inet::CloseRequest() {
     failure_ = 0;
     blocks_.clear();
     held_ = 0;
-    taken_ = 0;
     came_ = 0;
 }
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "runtime/bytes.h"
 #include "runtime/component.h"
 
 namespace swiftpatch {
@@ -67,7 +68,7 @@ public:
     /// The next bytes of the body, `size` at most; empty at its end. Pumps while none is there.
     /// Raises 35758 when the transfer times out or its connection is lost, which includes a body
     /// that ends before its Content-length (RFC 9110 section 8.6), and 35756 when it was cancelled.
-    std::string GetChunk(std::size_t size);
+    Bytes GetChunk(std::size_t size);
 
     /// Ends the request, if one runs. Safe at any moment, also inside a notification or GetChunk.
     void Cancel();
@@ -77,7 +78,7 @@ public:
     void OnState(std::uint32_t request, int state);
     void OnAnswer(std::uint32_t request, std::int32_t status, std::string headers);
     /// An empty block is the end of the body.
-    void OnBlock(std::uint32_t request, std::string block);
+    void OnBlock(std::uint32_t request, Bytes block);
     void OnFailed(std::uint32_t request, std::int32_t errorNumber);
     /// To be called at least twice a second while a request is open, for the time-out.
     void OnClock();
@@ -92,7 +93,9 @@ private:
     void EndBody();
     void ReadAhead();
     void AskForBlock();
-    std::string TakeBytes(std::size_t count);
+    void Accept(Bytes block);
+    Bytes TakeBytes(std::size_t count);
+    Bytes TakePart(std::size_t most);
     void CloseTransport();
     void CloseRequest();
 
@@ -109,10 +112,9 @@ private:
     std::int32_t responseCode_ = 0;
     std::uint32_t lastSign_ = 0;
     std::string headers_;
-    std::deque<std::string> blocks_;
-    std::size_t held_ = 0;    ///< Bytes in blocks_ that were not handed out yet.
-    std::uint64_t came_ = 0;  ///< Bytes of the body that came in so far.
-    std::size_t taken_ = 0;   ///< Bytes of the first block that were handed out.
+    std::deque<Bytes> blocks_;  ///< What was not handed out yet.
+    std::size_t held_ = 0;      ///< Bytes in them.
+    std::uint64_t came_ = 0;    ///< Bytes of the body that came in so far.
 };
 
 }  // namespace swiftpatch

@@ -2,7 +2,10 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+
+#include "runtime/bytes.h"
 
 namespace swiftpatch {
 
@@ -32,8 +35,9 @@ public:
     /// Raises 35756 when it cannot even be started.
     void Open(std::uint32_t request, const HttpAddress& address, const std::string& verb);
 
-    /// Asks for the next block of the body; OnBlock or OnFailed answers.
-    void ReadBlock();
+    /// The next block of the body where it has come in already, empty at the end of the body.
+    /// Otherwise OnBlock or OnFailed answers.
+    std::optional<Bytes> ReadBlock();
 
     /// Ends the present request; nothing of it is reported any more. Calls OnClock no longer.
     void Close();

@@ -14,7 +14,7 @@ namespace {
 /// Rounded in the default rounding mode: to the nearest, halves to even.
 template <class T>
 T Rounded(double number) {
-    const double whole = std::nearbyint(number);
+    const double whole = std::rint(number);
     if (!(whole >= std::numeric_limits<T>::min() && whole <= std::numeric_limits<T>::max())) {
         throw RuntimeError(error_number::kOverflow);
     }

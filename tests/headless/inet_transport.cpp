@@ -17,6 +17,17 @@ struct InetTransport::Request {
     Reply reply;
     std::size_t sent = 0;
     bool open = true;
+
+    /// Where it breaks or stalls; the end of the body is neither.
+    bool AtStop() const { return reply.breakAfter == sent || reply.stallAfter == sent; }
+    Bytes NextBlock() {
+        const std::size_t end =
+            std::min({reply.body.size(), reply.breakAfter.value_or(reply.body.size()),
+                      reply.stallAfter.value_or(reply.body.size())});
+        const std::size_t size = std::min(reply.blockSize, end - sent);
+        sent += size;
+        return Bytes::Of(std::string_view(reply.body).substr(sent - size, size));
+    }
 };
 
 InetTransport::InetTransport(Inet& owner) : owner_(owner) {
@@ -65,27 +76,25 @@ void InetTransport::Open(std::uint32_t request, const HttpAddress& address,
     });
 }
 
-void InetTransport::ReadBlock() {
+std::optional<Bytes> InetTransport::ReadBlock() {
     ++TheWorld().network.blocksAskedFor;
+    if (request_->reply.ready && !request_->AtStop()) {
+        return request_->NextBlock();
+    }
     TheWorld().network.Post([this, mine = request_] {
         const Reply& reply = mine->reply;
         if (!mine->open) {
             return;
         }
-        const std::size_t end =
-            std::min({reply.body.size(), reply.breakAfter.value_or(reply.body.size()),
-                      reply.stallAfter.value_or(reply.body.size())});
-        if (mine->sent == end && reply.breakAfter == end) {
-            owner_.OnFailed(mine->number, error_number::kRequestTimedOut);
+        if (mine->AtStop()) {
+            if (reply.breakAfter == mine->sent) {
+                owner_.OnFailed(mine->number, error_number::kRequestTimedOut);
+            }
             return;
         }
-        if (mine->sent == end && reply.stallAfter == end) {
-            return;
-        }
-        const std::size_t size = std::min(reply.blockSize, end - mine->sent);
-        mine->sent += size;
-        owner_.OnBlock(mine->number, reply.body.substr(mine->sent - size, size));
+        owner_.OnBlock(mine->number, mine->NextBlock());
     });
+    return {};
 }
 
 void InetTransport::Close() {

@@ -7,7 +7,7 @@ namespace {
 using testing::ElementsAre;
 
 /// Bytes of which no two stretches are alike.
-std::string Bytes(std::size_t count) {
+std::string Distinct(std::size_t count) {
     std::string bytes;
     for (std::size_t i = 0; bytes.size() < count; ++i) {
         bytes += std::to_string(i) + ",";
@@ -22,12 +22,12 @@ protected:
     std::string ReadAll(std::size_t slice = 1024) {
         std::string body;
         while (true) {
-            const std::string chunk = inet.GetChunk(slice);
+            const Bytes chunk = inet.GetChunk(slice);
             sizes.push_back(chunk.size());
             if (chunk.empty()) {
                 return body;
             }
-            body += chunk;
+            body += chunk.View();
         }
     }
 
@@ -35,21 +35,21 @@ protected:
 };
 
 TEST_F(InetBody, SlicesAreWholeAcrossTheBordersOfTheBlocks) {
-    const std::string body = Bytes(5000);
+    const std::string body = Distinct(5000);
     StartBody(body, 700);
     EXPECT_EQ(ReadAll(), body);
     EXPECT_THAT(sizes, ElementsAre(1024, 1024, 1024, 1024, 904, 0));
 }
 
 TEST_F(InetBody, SlicesAreWholeThoughManyBlocksAreNeededForOne) {
-    const std::string body = Bytes(2500);
+    const std::string body = Distinct(2500);
     StartBody(body, 100);
     EXPECT_EQ(ReadAll(), body);
     EXPECT_THAT(sizes, ElementsAre(1024, 1024, 452, 0));
 }
 
 TEST_F(InetBody, BlockLargerThanASliceIsCut) {
-    const std::string body = Bytes(4096);
+    const std::string body = Distinct(4096);
     StartBody(body, 65536);
     EXPECT_EQ(ReadAll(), body);
     EXPECT_THAT(sizes, ElementsAre(1024, 1024, 1024, 1024, 0));
@@ -88,7 +88,7 @@ TEST_F(InetBody, EmptyBodyEndsAtOnce) {
 }
 
 TEST_F(InetBody, ReadAheadIsBoundedToTwoBlocks) {
-    StartBody(Bytes(10000), 1000);
+    StartBody(Distinct(10000), 1000);
     Pump(500);
     EXPECT_EQ(world.network.blocksAskedFor, 2U);
     inet.GetChunk(400);
@@ -100,7 +100,7 @@ TEST_F(InetBody, ReadAheadIsBoundedToTwoBlocks) {
 }
 
 TEST_F(InetBody, BytesThatAreThereComeWithoutAPump) {
-    StartBody(Bytes(2000), 1000);
+    StartBody(Distinct(2000), 1000);
     Pump(100);
     const std::int64_t pumps = world.pumps;
     EXPECT_EQ(inet.GetChunk(1024).size(), 1024U);
@@ -108,10 +108,69 @@ TEST_F(InetBody, BytesThatAreThereComeWithoutAPump) {
 }
 
 TEST_F(InetBody, WaitingForBytesYields) {
-    StartBody(Bytes(2000), 300);
+    StartBody(Distinct(2000), 300);
     world.trace.Clear();
     inet.GetChunk(1024);
     EXPECT_THAT(world.trace.Lines(), ElementsAre("DoEventsWaiting"));
+}
+
+/// A body whose blocks are there whenever they are asked for.
+class InetReadyBody : public InetBody {
+protected:
+    void TearDown() override { EXPECT_EQ(world.pumps, pumps_) << "waited for what is there"; }
+
+    void Start(const std::string& body, std::size_t blockSize,
+               std::function<void(headless::Reply&)> change = {}) {
+        StartBody(body, blockSize, [&](headless::Reply& reply) {
+            reply.ready = true;
+            if (change) {
+                change(reply);
+            }
+        });
+        pumps_ = world.pumps;
+    }
+
+private:
+    std::int64_t pumps_ = 0;
+};
+
+TEST_F(InetReadyBody, IsReadWithoutAPump) {
+    const std::string body = Distinct(5000);
+    Start(body, 700);
+    EXPECT_EQ(ReadAll(), body);
+    EXPECT_THAT(sizes, ElementsAre(1024, 1024, 1024, 1024, 904, 0));
+}
+
+TEST_F(InetReadyBody, IsReadTwoBlocksAhead) {
+    Start(Distinct(10000), 1000);
+    EXPECT_EQ(world.network.blocksAskedFor, 2U);
+    inet.GetChunk(1000);
+    EXPECT_EQ(world.network.blocksAskedFor, 3U);
+}
+
+TEST_F(InetReadyBody, ThatIsEmptyEndsAtOnce) {
+    Start("", 700);
+    EXPECT_EQ(inet.GetChunk(1024), "");
+}
+
+TEST_F(InetReadyBody, ThatEndsBeforeItsContentLengthIsAnswerFirstAndThenALostConnection) {
+    Start("abcdef", 700, [](headless::Reply& reply) {
+        reply.headers = "HTTP/1.1 200 OK\r\nContent-Length: 7\r\n";
+    });
+    EXPECT_EQ(states.back(), inet_state::kResponseCompleted);
+    EXPECT_EQ(inet.ResponseCode(), 200);
+    EXPECT_EQ(inet.GetChunk(1024), "abcdef");
+    EXPECT_EQ(ErrorOf([this] { inet.GetChunk(1024); }), error_number::kRequestTimedOut);
+}
+
+TEST_F(InetBody, LostConnectionHandsOutWhatWasThereFirst) {
+    StartBody(Distinct(5000), 700, [](headless::Reply& reply) {
+        reply.ready = true;
+        reply.breakAfter = 1500;
+    });
+    EXPECT_EQ(inet.GetChunk(1024).size(), 1024U);
+    EXPECT_EQ(inet.GetChunk(1024).size(), 476U);
+    EXPECT_EQ(ErrorOf([this] { inet.GetChunk(1024); }), error_number::kRequestTimedOut);
 }
 
 TEST_F(InetBody, HeadHasNoBody) {
@@ -131,7 +190,7 @@ TEST_F(InetBody, NothingCanBeReadBeforeTheAnswer) {
 }
 
 TEST_F(InetBody, LostConnectionHandsOutWhatCameFirst) {
-    const std::string body = Bytes(5000);
+    const std::string body = Distinct(5000);
     StartBody(body, 700, [](headless::Reply& reply) { reply.breakAfter = 1500; });
     EXPECT_EQ(inet.GetChunk(1024), body.substr(0, 1024));
     EXPECT_EQ(inet.GetChunk(1024), body.substr(1024, 476));
@@ -139,26 +198,26 @@ TEST_F(InetBody, LostConnectionHandsOutWhatCameFirst) {
 }
 
 TEST_F(InetBody, LostConnectionStaysLost) {
-    StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.breakAfter = 0; });
+    StartBody(Distinct(5000), 700, [](headless::Reply& reply) { reply.breakAfter = 0; });
     EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35758);
     EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35758);
 }
 
 TEST_F(InetBody, LostConnectionDeliversNoStateAfter12) {
-    StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.breakAfter = 700; });
+    StartBody(Distinct(5000), 700, [](headless::Reply& reply) { reply.breakAfter = 700; });
     Pump(1000);
     EXPECT_EQ(states.back(), 12);
 }
 
 TEST_F(InetBody, EndBeyondThePromisedLengthIsTheEnd) {
-    const std::string body = Bytes(1500);
+    const std::string body = Distinct(1500);
     StartBody(body, 700,
               [](headless::Reply& reply) { reply.headers = "H\r\nContent-Length: 1499\r\n"; });
     EXPECT_EQ(ReadAll(), body);
 }
 
 TEST_F(InetBody, EndOfABodyThatPromisesNoLengthIsTheEnd) {
-    const std::string body = Bytes(1500);
+    const std::string body = Distinct(1500);
     for (const char* headers : {"H\r\n", "H\r\nContent-Length: many\r\n"}) {
         StartBody(body, 700, [headers](headless::Reply& reply) { reply.headers = headers; });
         EXPECT_EQ(ReadAll(), body) << headers;
@@ -175,20 +234,20 @@ TEST_F(InetBody, PromisedLengthCountsForEachBodyAnew) {
 }
 
 TEST_F(InetBody, WhateverEndedItAmidTheBodyIs35758) {
-    StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.stallAfter = 0; });
+    StartBody(Distinct(5000), 700, [](headless::Reply& reply) { reply.stallAfter = 0; });
     inet.OnFailed(1, error_number::kNoConnection);
     EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35758);
 }
 
 TEST_F(InetBody, CancelInsideGetChunkIs35756) {
-    StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.stallAfter = 700; });
+    StartBody(Distinct(5000), 700, [](headless::Reply& reply) { reply.stallAfter = 700; });
     world.After(100, [this] { inet.Cancel(); });
     EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35756);
     EXPECT_FALSE(inet.StillExecuting());
 }
 
 TEST_F(InetBody, NextRequestInsideGetChunkEndsTheOldBodyOnly) {
-    StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.stallAfter = 700; });
+    StartBody(Distinct(5000), 700, [](headless::Reply& reply) { reply.stallAfter = 700; });
     world.network.Answer("GET http://host/next", headless::FileReply("next"));
     world.After(100, [this] { inet.Execute("host/next", "GET"); });
     EXPECT_EQ(ErrorOf([&] { inet.GetChunk(1024); }), 35756);
@@ -197,7 +256,7 @@ TEST_F(InetBody, NextRequestInsideGetChunkEndsTheOldBodyOnly) {
 }
 
 TEST_F(InetBody, NextRequestInsideGetChunkIsNotWaitedForByTheOldCall) {
-    StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.stallAfter = 700; });
+    StartBody(Distinct(5000), 700, [](headless::Reply& reply) { reply.stallAfter = 700; });
     headless::Reply next = headless::FileReply("next and more");
     next.stallAfter = 4;
     world.network.Answer("GET http://host/next", next);
@@ -213,7 +272,7 @@ TEST_F(InetBody, NextRequestInsideGetChunkIsNotWaitedForByTheOldCall) {
 }
 
 TEST_F(InetBody, RunThatEndsLeavesGetChunk) {
-    StartBody(Bytes(5000), 700, [](headless::Reply& reply) { reply.stallAfter = 700; });
+    StartBody(Distinct(5000), 700, [](headless::Reply& reply) { reply.stallAfter = 700; });
     world.After(100, [] { EndRunAtNextPump(); });
     EXPECT_THROW(inet.GetChunk(1024), EndProgram);
 }

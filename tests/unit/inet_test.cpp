@@ -79,7 +79,7 @@ TEST_F(InetRequest, ReportsOfAnotherRequestAreDropped) {
     inet.Execute("host/file", "GET");
     inet.OnState(1, 3);
     inet.OnAnswer(1, 200, "stale");
-    inet.OnBlock(1, "stale");
+    inet.OnBlock(1, Bytes::Of("stale"));
     inet.OnFailed(1, error_number::kNoConnection);
     EXPECT_THAT(states, ElementsAre());
     EXPECT_TRUE(inet.StillExecuting());
@@ -93,7 +93,7 @@ TEST_F(InetRequest, BlockOfAnotherRequestIsNoPartOfTheBody) {
     StartBody("first", 5);
     inet.Cancel();
     StartBody("second", 6);
-    inet.OnBlock(1, "stale");
+    inet.OnBlock(1, Bytes::Of("stale"));
     EXPECT_EQ(inet.GetChunk(1024), "second");
 }
 

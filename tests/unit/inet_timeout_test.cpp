@@ -66,7 +66,7 @@ TEST_F(InetTimeout, SilenceInTheBodyIs35758AfterWhatCame) {
 TEST_F(InetTimeout, EveryBlockStartsItAgain) {
     StartBody(std::string(5000, 'b'), 700, [](headless::Reply& reply) { reply.stallAfter = 0; });
     const std::int64_t start = world.uptime;
-    world.After(10000, [this] { inet.OnBlock(1, "x"); });
+    world.After(10000, [this] { inet.OnBlock(1, Bytes::Of("x")); });
     EXPECT_EQ(inet.GetChunk(1024), "x");
     EXPECT_GE(world.uptime - start, 24900);
 }
@@ -76,8 +76,8 @@ TEST_F(InetTimeout, ProgramThatDoesNotReadIsNoSilenceOfTheServer) {
     StartBody(body, 1000);
     Pump(600000);
     std::string read;
-    for (std::string chunk = inet.GetChunk(1024); !chunk.empty(); chunk = inet.GetChunk(1024)) {
-        read += chunk;
+    for (Bytes chunk = inet.GetChunk(1024); !chunk.empty(); chunk = inet.GetChunk(1024)) {
+        read += chunk.View();
     }
     EXPECT_EQ(read, body);
 }

@@ -70,13 +70,13 @@ std::int32_t HttpClient::Session::ErrorNumber() const {
 
 void HttpClient::Session::ReadBody(Answer& answer) {
     try {
-        for (std::string chunk = inet.GetChunk(kChunk); !chunk.empty();
+        for (swiftpatch::Bytes chunk = inet.GetChunk(kChunk); !chunk.empty();
              chunk = inet.GetChunk(kChunk)) {
             if (answer.body.size() + chunk.size() > kLargestBody) {
                 answer.problem = kBodyTooLarge;
                 return;
             }
-            answer.body += chunk;
+            answer.body += chunk.View();
         }
     } catch (const swiftpatch::RuntimeError&) {
         answer.problem = kBodyLost;

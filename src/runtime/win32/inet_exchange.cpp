@@ -1,5 +1,7 @@
 #include "runtime/win32/inet_exchange.h"
 
+#include <algorithm>
+
 #include "runtime/inet.h"
 
 namespace swiftpatch {
@@ -51,6 +53,16 @@ void Exchange::NoteRedirect() {
     if (::InterlockedIncrement(&redirects_) == kMostRedirects + 1) {
         Post(kCompletedMessage, ERROR_HTTP_REDIRECT_FAILED);
     }
+}
+
+Exchange::Block Exchange::FreeBlock() {
+    const auto spare = std::find_if(blocks_.begin(), blocks_.end(),
+                                    [](const Block& block) { return block.use_count() == 1; });
+    if (spare != blocks_.end()) {
+        return *spare;
+    }
+    blocks_.emplace_back(new char[kBlockSize]);
+    return blocks_.back();
 }
 
 void Exchange::Release() {

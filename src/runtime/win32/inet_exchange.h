@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <vector>
 
 #include "runtime/win32/wininet.h"
 
@@ -15,11 +16,10 @@ namespace swiftpatch {
 /// InternetCloseHandle has returned.
 class Exchange {
 public:
-    /// wParam is the request's number. lParam: one of inet_state; an error of the system or 0.
+    /// wParam is the request's number. lParam: one of inet_state.
     static constexpr UINT kStateMessage = WM_APP + 1;
+    /// Posted by the transport to itself too. lParam: an error of the system, or 0.
     static constexpr UINT kCompletedMessage = WM_APP + 2;
-    /// Posted by the transport to itself: a block is complete.
-    static constexpr UINT kBlockMessage = WM_APP + 3;
 
     Exchange(HWND window, DWORD number) : window_(window), number_(number) {}
     Exchange(const Exchange&) = delete;
@@ -38,10 +38,11 @@ public:
 
     void Release();
 
-    static constexpr std::size_t kBlockSize = 128 * 1024;
-    /// Where the platform puts the body's bytes, and how many of them are there.
-    std::unique_ptr<char[]> block;
-    std::size_t held = 0;
+    static constexpr std::size_t kBlockSize = 64 * 1024;
+    using Block = std::shared_ptr<char[]>;
+    /// Memory for the body's bytes that nobody else holds. It comes back by itself when nobody
+    /// does any more, because fetching it anew for each block costs more than filling it.
+    Block FreeBlock();
 
 private:
     ~Exchange() = default;
@@ -51,6 +52,7 @@ private:
     LONG hushed_ = 0;
     LONG redirects_ = 0;
     LONG owners_ = 2;
+    std::vector<Block> blocks_;
 };
 
 /// The platform's callback; its context is an Exchange.

@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -31,7 +32,7 @@ struct InetTransport::Request {
         kIdle,
         kSending,
         kAnswered,  ///< The body can be read.
-        kWaiting,   ///< For bytes of the body, or its end.
+        kWaiting,   ///< For bytes of the body, its end or its failure.
     };
 
     explicit Request(Inet& itsOwner);
@@ -41,7 +42,7 @@ struct InetTransport::Request {
 
     void Connect(const HttpAddress& address);
     void Send(std::uint32_t number, const HttpAddress& address, const std::string& verb);
-    void ReadBlock();
+    std::optional<Bytes> ReadBlock();
     void Close();
 
     /// What a message of the transfer says: of which request, and what.
@@ -56,11 +57,12 @@ struct InetTransport::Request {
     void PassOn(const Report& report);
     void OnCompleted(DWORD error);
     void OnAnswered(DWORD error);
+    void PassOnBody();
     void Gather();
     DWORD Read(std::span<char> target);
-    bool HasEnd() const { return ended || failure != ERROR_SUCCESS; }
-    bool HasResult() const { return HasEnd() || exchange->held != 0; }
-    void Deliver();
+    void FailLater(DWORD error);
+    bool HasBlock() const { return ended || held != 0; }
+    Bytes TakeBlock();
 
     Inet& owner;
     UniqueWindow window;
@@ -69,13 +71,14 @@ struct InetTransport::Request {
     std::string server;  ///< Host and port of the connection.
     UniqueInternet handle;
     Exchange* exchange = nullptr;
+    Exchange::Block block;       ///< Where the platform puts the body's bytes.
+    std::size_t held = 0;        ///< How many of them are there.
     std::deque<Report> reports;  ///< Those that came while events were held, in their order.
     Phase phase = Phase::kIdle;
     bool headersOnly = false;  ///< The answer has no body.
-    bool wanted = false;       ///< A block has been asked for.
-    bool posted = false;       ///< A block is complete, and a message says so.
+    bool wanted = false;       ///< A block has been asked for, and was not there.
     bool ended = false;
-    DWORD failure = ERROR_SUCCESS;
+    DWORD failure = ERROR_SUCCESS;  ///< Of a read that nobody waited for.
 };
 
 namespace {
@@ -149,15 +152,16 @@ void InetTransport::Request::Send(std::uint32_t number, const HttpAddress& addre
     }
 }
 
-void InetTransport::Request::ReadBlock() {
-    wanted = true;
-    if (phase == Phase::kAnswered) {
-        Gather();
-        if (HasResult() && !posted) {
-            posted = true;
-            exchange->Post(Exchange::kBlockMessage, 0);
-        }
+std::optional<Bytes> InetTransport::Request::ReadBlock() {
+    Gather();
+    if (HasBlock()) {
+        return TakeBlock();
     }
+    wanted = true;
+    if (failure != ERROR_SUCCESS) {
+        FailLater(failure);
+    }
+    return {};
 }
 
 void InetTransport::Request::Close() {
@@ -167,7 +171,9 @@ void InetTransport::Request::Close() {
     }
     handle.Reset();
     phase = Phase::kIdle;
-    wanted = posted = ended = false;
+    wanted = ended = false;
+    block.reset();
+    held = 0;
     failure = ERROR_SUCCESS;
     if (exchange != nullptr) {
         std::exchange(exchange, nullptr)->Release();
@@ -182,7 +188,6 @@ LRESULT InetTransport::Request::OnMessage(UINT message, WPARAM wParam, LPARAM lP
             return 0;
         case Exchange::kStateMessage:
         case Exchange::kCompletedMessage:
-        case Exchange::kBlockMessage:
             reports.push_back({message, wParam, lParam});
             PassOnReports();
             return 0;
@@ -205,16 +210,10 @@ void InetTransport::Request::PassOn(const Report& report) {
     if (exchange == nullptr || exchange->Number() != report.number) {
         return;
     }
-    switch (report.message) {
-        case Exchange::kStateMessage:
-            owner.OnState(report.number, static_cast<int>(report.value));
-            break;
-        case Exchange::kCompletedMessage:
-            OnCompleted(static_cast<DWORD>(report.value));
-            break;
-        default:
-            Deliver();
-            break;
+    if (report.message == Exchange::kStateMessage) {
+        owner.OnState(report.number, static_cast<int>(report.value));
+    } else {
+        OnCompleted(static_cast<DWORD>(report.value));
     }
 }
 
@@ -224,10 +223,20 @@ void InetTransport::Request::OnCompleted(DWORD error) {
         OnAnswered(error);
     } else if (before == Phase::kWaiting) {
         failure = error;
-        if (wanted && !posted) {
-            Gather();
-            Deliver();
+        if (wanted) {
+            PassOnBody();
         }
+    }
+}
+
+void InetTransport::Request::PassOnBody() {
+    const std::uint32_t number = exchange->Number();
+    Gather();
+    wanted = !HasBlock() && failure == ERROR_SUCCESS;
+    if (HasBlock()) {
+        owner.OnBlock(number, TakeBlock());
+    } else if (!wanted) {
+        owner.OnFailed(number, TransferErrorNumber(failure, true));
     }
 }
 
@@ -247,12 +256,11 @@ void InetTransport::Request::OnAnswered(DWORD error) {
 
 /// Takes what has come in, until it is enough or more has yet to be announced.
 void InetTransport::Request::Gather() {
-    if (!exchange->block) {
-        exchange->block = std::make_unique_for_overwrite<char[]>(Exchange::kBlockSize);
+    if (!block) {
+        block = exchange->FreeBlock();
     }
-    while (phase == Phase::kAnswered && !HasEnd() && exchange->held < kEnough) {
-        exchange->held +=
-            Read({exchange->block.get() + exchange->held, Exchange::kBlockSize - exchange->held});
+    while (phase == Phase::kAnswered && !ended && failure == ERROR_SUCCESS && held < kEnough) {
+        held += Read({block.get() + held, Exchange::kBlockSize - held});
     }
 }
 
@@ -273,25 +281,21 @@ DWORD InetTransport::Request::Read(std::span<char> target) {
     if (error == ERROR_IO_PENDING) {
         phase = Phase::kWaiting;
     } else {
-        failure = error;
+        FailLater(error);
     }
     return 0;
 }
 
-void InetTransport::Request::Deliver() {
-    posted = false;
-    if (!wanted || !HasResult()) {
-        return;
-    }
-    wanted = false;
-    const std::uint32_t number = exchange->Number();
-    // Bytes come first, then what ended them.
-    if (exchange->held == 0 && failure != ERROR_SUCCESS) {
-        owner.OnFailed(number, TransferErrorNumber(failure, true));
-    } else {
-        const std::size_t count = std::exchange(exchange->held, 0);
-        owner.OnBlock(number, std::string(exchange->block.get(), count));
-    }
+/// As if the platform had said so later: what came before goes first, and nobody who asks for a
+/// block hears of its failure inside the question.
+void InetTransport::Request::FailLater(DWORD error) {
+    phase = Phase::kWaiting;
+    exchange->Post(Exchange::kCompletedMessage, error);
+}
+
+/// Empty at the end of the body.
+Bytes InetTransport::Request::TakeBlock() {
+    return {std::exchange(block, nullptr), std::exchange(held, 0)};
 }
 
 InetTransport::InetTransport(Inet& owner)
@@ -304,7 +308,7 @@ void InetTransport::Open(std::uint32_t request, const HttpAddress& address,
     request_->Send(request, address, verb);
 }
 
-void InetTransport::ReadBlock() { request_->ReadBlock(); }
+std::optional<Bytes> InetTransport::ReadBlock() { return request_->ReadBlock(); }
 
 void InetTransport::Close() { request_->Close(); }
 
