@@ -1,11 +1,8 @@
 // The updater's own transfer control, over the platform's http library and message queue.
-#include <stdexcept>
-
 #include "publish_check/http_client.h"
 #include "runtime/events.h"
 #include "runtime/inet.h"
 #include "runtime/runtime_error.h"
-#include "runtime/win32/handle.h"
 
 namespace publish_check {
 namespace {
@@ -13,16 +10,6 @@ namespace {
 namespace inet_state = swiftpatch::inet_state;
 
 constexpr std::size_t kChunk = std::size_t{64} * 1024;
-
-/// The transfer control is told of everything, the time included, through a window that is never
-/// shown. Without one (Wine without a screen) it would wait for ever.
-void NeedWindows() {
-    const swiftpatch::UniqueWindow window(::CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 0, 0,
-                                                            nullptr, nullptr, nullptr, nullptr));
-    if (!window) {
-        throw std::runtime_error("a server cannot be asked where no window can be made");
-    }
-}
 
 /// Wine makes up a status line for a server that hangs up without an answer.
 bool HasFields(const std::string& headers) { return headers.find(':') != std::string::npos; }
@@ -83,10 +70,7 @@ void HttpClient::Session::ReadBody(Answer& answer) {
     }
 }
 
-HttpClient::HttpClient() {
-    NeedWindows();
-    session_ = std::make_unique<Session>();
-}
+HttpClient::HttpClient() : session_(std::make_unique<Session>()) {}
 
 HttpClient::~HttpClient() = default;
 

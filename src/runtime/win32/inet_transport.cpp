@@ -134,6 +134,10 @@ void InetTransport::Request::Connect(const HttpAddress& address) {
 void InetTransport::Request::Send(std::uint32_t number, const HttpAddress& address,
                                   const std::string& verb) {
     Close();
+    if (!window) {
+        // Everything is heard of through it, the time-out included.
+        throw RuntimeError(error_number::kRequestFailed);
+    }
     Connect(address);
     exchange = new Exchange(window.Get(), number);
     handle.Reset(OpenRequest(connection.Get(), verb, address.path, *exchange));
