@@ -108,13 +108,18 @@ LONGLONG TicksPerMillisecond() {
     return ::QueryPerformanceFrequency(&perSecond) ? std::max(perSecond.QuadPart / 1000, 1LL) : 1;
 }
 
-}  // namespace
-
-void PumpResting(DWORD milliseconds) {
+void PumpOrRest(DWORD milliseconds) {
     if (!Pump() &&
         ::MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds, QS_ALLINPUT) != WAIT_TIMEOUT) {
         Pump();
     }
+}
+
+}  // namespace
+
+void PumpResting(DWORD milliseconds) {
+    ShowLateChanges();
+    PumpOrRest(milliseconds);
 }
 
 LRESULT Guarded(const std::function<LRESULT()>& procedure) noexcept {
@@ -155,14 +160,11 @@ void DoEvents() {
     Pump();
 }
 
-void DoEventsResting() {
-    ShowLateChanges();
-    PumpResting(1);
-}
+void DoEventsResting() { PumpResting(1); }
 
 void DoEventsWaiting() {
     constexpr DWORD kLongest = 50;
-    PumpResting(kLongest);
+    PumpOrRest(kLongest);
 }
 
 void DoEventsPaced() {
