@@ -31,14 +31,19 @@ protected:
         }
     }
 
+    /// Of 5000 bytes, in blocks that are no multiple of a slice.
+    void ExpectWholeSlices(const std::string& body) {
+        EXPECT_EQ(ReadAll(), body);
+        EXPECT_THAT(sizes, ElementsAre(1024, 1024, 1024, 1024, 904, 0));
+    }
+
     std::vector<std::size_t> sizes;
 };
 
 TEST_F(InetBody, SlicesAreWholeAcrossTheBordersOfTheBlocks) {
     const std::string body = Distinct(5000);
     StartBody(body, 700);
-    EXPECT_EQ(ReadAll(), body);
-    EXPECT_THAT(sizes, ElementsAre(1024, 1024, 1024, 1024, 904, 0));
+    ExpectWholeSlices(body);
 }
 
 TEST_F(InetBody, SlicesAreWholeThoughManyBlocksAreNeededForOne) {
@@ -137,8 +142,7 @@ private:
 TEST_F(InetReadyBody, IsReadWithoutAPump) {
     const std::string body = Distinct(5000);
     Start(body, 700);
-    EXPECT_EQ(ReadAll(), body);
-    EXPECT_THAT(sizes, ElementsAre(1024, 1024, 1024, 1024, 904, 0));
+    ExpectWholeSlices(body);
 }
 
 TEST_F(InetReadyBody, IsReadTwoBlocksAhead) {
