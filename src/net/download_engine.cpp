@@ -139,7 +139,7 @@ bool frmSwiftPatch::ReceiveChunks(int file) {
 std::int16_t frmSwiftPatch::ShowReceived(std::int32_t received) {
     const std::int16_t percentage =
         ToInteger(static_cast<double>(received) / static_cast<double>(expectedSize) * 100);
-    lblStatus.Caption = std::to_string(percentage) + " % download completed";
+    lblStatus.Caption = NumberedText(percentage, " % download completed");
     lblStatus.BackColor = Color::kButtonFace;
     ProgressBar1.Value = std::clamp<std::int32_t>(percentage, 0, 100);
     TaskbarProgress = ProgressBar1.Value.Get();

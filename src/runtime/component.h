@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <variant>
 
@@ -90,9 +91,14 @@ public:
     Property(const Property&) = delete;
     Property& operator=(const Property&) = delete;
 
-    Property& operator=(T value) {
+    /// A text is only copied when it is another one: some are set for every piece of a download.
+    using Argument = std::conditional_t<std::is_same_v<T, std::string>, std::string_view, T>;
+
+    Property& operator=(Argument value) {
         const bool changed = !(value == value_);
-        value_ = std::move(value);
+        if (changed) {
+            value_ = value;
+        }
         owner_.PropertySet(id_, View(), changed);
         return *this;
     }

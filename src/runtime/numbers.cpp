@@ -1,5 +1,7 @@
 #include "runtime/numbers.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -51,5 +53,11 @@ std::int32_t ToLong(std::string_view text) {
 }
 
 std::int16_t ToInteger(double number) { return Rounded<std::int16_t>(number); }
+
+NumberedText::NumberedText(std::int32_t number, std::string_view words) {
+    char* const begin = text_.data();
+    char* const end = std::to_chars(begin, begin + kMostDigits, number).ptr;
+    size_ = static_cast<std::size_t>(std::copy(words.begin(), words.end(), end) - begin);
+}
 
 }  // namespace swiftpatch

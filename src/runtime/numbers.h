@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -15,5 +17,27 @@ std::int32_t ToLong(std::string_view text);
 
 /// A number rounded to 16 bits, halves to even. Raises error 6 when it does not fit.
 std::int16_t ToInteger(double number);
+
+/// A number in decimal digits with words after it, as "7 of 9": for texts that are made thousands
+/// of times a second, which would each take memory as strings.
+class NumberedText {
+public:
+    /// `words` is a literal.
+    template <std::size_t kSize>
+    NumberedText(std::int32_t number, const char (&words)[kSize])
+        : NumberedText(number, std::string_view(words, kSize - 1)) {
+        static_assert(kSize - 1 <= kMostWords);
+    }
+    operator std::string_view() const { return {text_.data(), size_}; }
+
+private:
+    static constexpr std::size_t kMostDigits = 11;  ///< Those of 32 bits, and a sign.
+    static constexpr std::size_t kMostWords = 32;
+
+    NumberedText(std::int32_t number, std::string_view words);
+
+    std::array<char, kMostDigits + kMostWords> text_;
+    std::size_t size_;
+};
 
 }  // namespace swiftpatch

@@ -104,5 +104,16 @@ TEST(ToInteger, LimitsOf16Bits) {
     }
 }
 
+TEST(NumberedText, IsTheNumberAndTheWords) {
+    EXPECT_EQ(std::string_view(NumberedText(7, " of 9")), "7 of 9");
+    EXPECT_EQ(std::string_view(NumberedText(0, "")), "0");
+}
+
+TEST(NumberedText, HasRoomForEveryNumber) {
+    constexpr auto kLeast = std::numeric_limits<std::int32_t>::min();
+    EXPECT_EQ(std::string_view(NumberedText(kLeast, " is 32 characters long, as words")),
+              "-2147483648 is 32 characters long, as words");
+}
+
 }  // namespace
 }  // namespace swiftpatch
