@@ -39,7 +39,7 @@ protected:
         form.bar.Max = kMany;
         form.Show();
         DoEvents();
-        Sleep(100);
+        Sleep(150);
     }
     ~PaintPace() override { form.Unload(); }
 

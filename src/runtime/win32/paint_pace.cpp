@@ -6,7 +6,7 @@
 namespace swiftpatch {
 namespace {
 
-constexpr DWORD kPause = 50;  // Milliseconds.
+constexpr DWORD kPause = 100;  // Milliseconds.
 
 void Show(ControlPeer& peer) {
     peer.late = false;
