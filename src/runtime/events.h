@@ -18,7 +18,7 @@ void DoEventsResting();
 /// until something comes. (It returns after fifty milliseconds all the same.)
 void DoEventsWaiting();
 
-/// For loops that yield thousands of times a second: as DoEvents, at most once a millisecond;
+/// For loops that yield thousands of times a second: as DoEvents, at most every fourth millisecond;
 /// in between it returns without a look at the queue.
 void DoEventsPaced();
 

@@ -18,6 +18,12 @@ namespace {
 /// cannot keep it for ever.
 constexpr DWORD kLongestFlood = 20;
 
+/// In milliseconds: so long may a message wait that no rest tells of.
+constexpr DWORD kLongestWithoutLook = 50;
+
+/// Between the looks of paced yields, in milliseconds.
+constexpr LONGLONG kPace = 4;
+
 /// So many paced yields come before the fine clock is asked, while the coarse one stands still.
 constexpr unsigned kCallsPerLook = 16;
 
@@ -29,6 +35,7 @@ struct DoomedWindow {
 struct PumpState {
     const DWORD thread = ::GetCurrentThreadId();
     int depth = 0;
+    DWORD lookedAt = 0;  ///< When the last pump began, in ticks.
     bool over = false;
     std::exception_ptr stored;
     std::vector<DoomedWindow> doomed;
@@ -89,6 +96,7 @@ bool Pump() {
     const Pumping pumping;
     ThrowIfOver();
     const DWORD start = ::GetTickCount();
+    State().lookedAt = start;
     bool any = false;
     MSG message;
     while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
@@ -108,9 +116,18 @@ LONGLONG TicksPerMillisecond() {
     return ::QueryPerformanceFrequency(&perSecond) ? std::max(perSecond.QuadPart / 1000, 1LL) : 1;
 }
 
-void PumpOrRest(DWORD milliseconds) {
-    if (!Pump() &&
-        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds, QS_ALLINPUT) != WAIT_TIMEOUT) {
+bool RestUntilMessage(DWORD milliseconds) {
+    return ::MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds, QS_ALLINPUT) !=
+           WAIT_TIMEOUT;
+}
+
+/// For loops that come back at once. They rest first, because a look that finds nothing costs as
+/// much as the rest, and whatever came since the last look ends the rest. What a loop of the
+/// system's own looked at and left does not, so there is a look now and then all the same.
+void RestAndPump(DWORD milliseconds) {
+    ThrowIfOver();
+    if (RestUntilMessage(milliseconds) ||
+        ::GetTickCount() - State().lookedAt >= kLongestWithoutLook) {
         Pump();
     }
 }
@@ -119,7 +136,9 @@ void PumpOrRest(DWORD milliseconds) {
 
 void PumpResting(DWORD milliseconds) {
     ShowLateChanges();
-    PumpOrRest(milliseconds);
+    if (!Pump() && RestUntilMessage(milliseconds)) {
+        Pump();
+    }
 }
 
 LRESULT Guarded(const std::function<LRESULT()>& procedure) noexcept {
@@ -160,12 +179,12 @@ void DoEvents() {
     Pump();
 }
 
-void DoEventsResting() { PumpResting(1); }
-
-void DoEventsWaiting() {
-    constexpr DWORD kLongest = 50;
-    PumpOrRest(kLongest);
+void DoEventsResting() {
+    ShowLateChanges();
+    RestAndPump(1);
 }
+
+void DoEventsWaiting() { RestAndPump(kLongestWithoutLook); }
 
 void DoEventsPaced() {
     // The coarse clock costs a hundredth of the fine one, which is therefore asked now and then.
@@ -175,7 +194,7 @@ void DoEventsPaced() {
         return;
     }
     tick = ::GetTickCount();
-    static const LONGLONG interval = TicksPerMillisecond();
+    static const LONGLONG interval = kPace * TicksPerMillisecond();
     static LONGLONG next = 0;
     LARGE_INTEGER now;
     if (!::QueryPerformanceCounter(&now) || now.QuadPart >= next) {
