@@ -139,7 +139,9 @@ TEST_F(Download, BodyLongerThanProbedShowsMoreThanAHundredPercent) {
     StartToMainWindow();
     AnswerMissingBuildBox();
     AwaitPercentage(105);
-    EXPECT_EQ(updater_->Progress(kProgressBar1), 100);
+    // The bar is painted a moment after the text.
+    Await(
+        "the full bar", [&] { return updater_->Progress(kProgressBar1) == 100; }, kSoon);
     AwaitOffer();
     CloseQuietly();
     ExpectFiles({"created tolvex30.exe"});

@@ -13,6 +13,7 @@
 #include "runtime/runtime_error.h"
 #include "runtime/short_rests.h"
 #include "runtime/win32/errors.h"
+#include "runtime/win32/fine_clock.h"
 #include "runtime/win32/inet_calls.h"
 #include "runtime/win32/pump.h"
 
@@ -253,10 +254,9 @@ void InetTransport::Request::PassOnBody() {
 /// than it to read a piece.
 void InetTransport::Request::LetMoreComeIn() {
     if (rests.Due()) {
-        const auto start = std::chrono::steady_clock::now();
+        const LONGLONG start = FineMicroseconds();
         ::Sleep(1);
-        rests.Took(std::chrono::duration_cast<std::chrono::microseconds>(
-            std::chrono::steady_clock::now() - start));
+        rests.Took(std::chrono::microseconds(FineMicroseconds() - start));
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include "runtime/events.h"
 #include "runtime/runtime_error.h"
+#include "runtime/win32/fine_clock.h"
 #include "runtime/win32/keyboard.h"
 #include "runtime/win32/paint_pace.h"
 
@@ -21,8 +22,8 @@ constexpr DWORD kLongestFlood = 20;
 /// In milliseconds: so long may a message wait that no rest tells of.
 constexpr DWORD kLongestWithoutLook = 50;
 
-/// Between the looks of paced yields, in milliseconds.
-constexpr LONGLONG kPace = 4;
+/// Between the looks of paced yields, in microseconds.
+constexpr LONGLONG kPace = 4000;
 
 /// So many paced yields come before the fine clock is asked, while the coarse one stands still.
 constexpr unsigned kCallsPerLook = 16;
@@ -111,11 +112,6 @@ bool Pump() {
     return any;
 }
 
-LONGLONG TicksPerMillisecond() {
-    LARGE_INTEGER perSecond;
-    return ::QueryPerformanceFrequency(&perSecond) ? std::max(perSecond.QuadPart / 1000, 1LL) : 1;
-}
-
 bool RestUntilMessage(DWORD milliseconds) {
     return ::MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds, QS_ALLINPUT) !=
            WAIT_TIMEOUT;
@@ -194,11 +190,10 @@ void DoEventsPaced() {
         return;
     }
     tick = ::GetTickCount();
-    static const LONGLONG interval = kPace * TicksPerMillisecond();
-    static LONGLONG next = 0;
-    LARGE_INTEGER now;
-    if (!::QueryPerformanceCounter(&now) || now.QuadPart >= next) {
-        next = now.QuadPart + interval;
+    static LONGLONG last = 0;
+    const LONGLONG now = FineMicroseconds();
+    if (now < last || now - last >= kPace) {
+        last = now;
         Pump();
     }
 }

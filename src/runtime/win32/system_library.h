@@ -6,9 +6,9 @@ namespace swiftpatch {
 
 /// A library of the system's, loaded from the system's own folder, or from its store of libraries
 /// where the manifest says so, and never from the program's folder: a file of that name beside the
-/// program would otherwise run with its user's rights. Only what the
-/// system itself keeps from being replaced (its known libraries, such as kernel32) is imported the
-/// ordinary way. Loaded once and kept to the end of the process.
+/// program would otherwise run with its user's rights. Only what the system itself keeps from being
+/// replaced (its known libraries, such as kernel32) is imported the ordinary way. Loaded once and
+/// kept to the end of the process.
 class SystemLibrary {
 public:
     /// `name` with its ending: "wininet.dll".
