@@ -5,7 +5,7 @@
 namespace swiftpatch {
 
 /// Microseconds since some moment, by the platform's finest clock. (The language's own clocks
-/// import functions of the time zone that not every system has.)
+/// import functions of dates and time zones that nothing here needs.)
 inline LONGLONG FineMicroseconds() {
     static const LONGLONG perSecond = [] {
         LARGE_INTEGER frequency;
