@@ -147,7 +147,7 @@ void Form::RunModal() {
     BecomeModal(*PeerOf(*this));
     ShowWindows();
     while (visible_) {
-        PumpResting(INFINITE);
+        PumpWaiting();
     }
 }
 

@@ -250,8 +250,8 @@ void InetTransport::Request::PassOnBody() {
     }
 }
 
-/// On a fast wire the piece that ends a wait is the first of many, and each wait costs far more
-/// than it to read a piece.
+/// On a fast wire the piece that ends a wait is the first of many, and a wait costs far more than
+/// reading a piece.
 void InetTransport::Request::LetMoreComeIn() {
     if (rests.Due()) {
         const LONGLONG start = FineMicroseconds();

@@ -18,7 +18,7 @@ namespace {
 void RunToTheEnd() {
     RaiseEvent(Main);
     while (!LoadedForms().empty()) {
-        PumpResting(INFINITE);
+        PumpWaiting();
         DeleteForms();
     }
 }

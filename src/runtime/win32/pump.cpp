@@ -130,9 +130,10 @@ void RestAndPump(DWORD milliseconds) {
 
 }  // namespace
 
-void PumpResting(DWORD milliseconds) {
+void PumpWaiting() {
     ShowLateChanges();
-    if (!Pump() && RestUntilMessage(milliseconds)) {
+    if (!Pump()) {
+        RestUntilMessage(INFINITE);
         Pump();
     }
 }

@@ -6,9 +6,9 @@
 
 namespace swiftpatch {
 
-/// Handles what is waiting; where nothing is, first rests up to `milliseconds` (or INFINITE) until
-/// something comes. Throws as DoEvents does.
-void PumpResting(DWORD milliseconds);
+/// Handles what is waiting; where nothing is, first rests until something comes, however long that
+/// takes. Throws as DoEvents does.
+void PumpWaiting();
 
 /// Runs `procedure` at a boundary that no exception may cross (a window procedure, a callback of
 /// the system): what leaves it ends the run and is thrown again by the next pump.
