@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace swiftpatch {
 namespace {
 
@@ -24,18 +26,34 @@ TEST(ShortRests, AreTakenWhereTheyAreShort) {
     EXPECT_TRUE(rests.Due());
 }
 
-TEST(ShortRests, AreLeftOutForAWhileAfterALongOne) {
+TEST(ShortRests, OneIsLeftOutAfterASingleLongOne) {
     ShortRests rests;
-    rests.Took(microseconds(15600));
-    EXPECT_EQ(LeftOut(rests), ShortRests::kLeftOut);
+    rests.Took(ShortRests::kLongest + microseconds(1));
+    EXPECT_EQ(LeftOut(rests), 1);
+    rests.Took(microseconds(1100));
+    EXPECT_TRUE(rests.Due());
 }
 
-TEST(ShortRests, AreTakenAgainOnceTheyAreShortAgain) {
+TEST(ShortRests, TwiceAsManyAreLeftOutWhileTheyStayLong) {
     ShortRests rests;
-    rests.Took(microseconds(15600));
+    std::vector<int> leftOut;
+    for (int rest = 0; rest < 8; ++rest) {
+        rests.Took(microseconds(15600));
+        leftOut.push_back(LeftOut(rests));
+    }
+    EXPECT_EQ(leftOut, (std::vector<int>{1, 2, 4, 8, 16, 32, 64, 64}));
+}
+
+TEST(ShortRests, AreTakenAsBeforeOnceTheyAreShortAgain) {
+    ShortRests rests;
+    for (int rest = 0; rest < 8; ++rest) {
+        rests.Took(microseconds(15600));
+    }
     LeftOut(rests);
     rests.Took(microseconds(1100));
     EXPECT_TRUE(rests.Due());
+    rests.Took(microseconds(15600));
+    EXPECT_EQ(LeftOut(rests), 1);
 }
 
 }  // namespace
