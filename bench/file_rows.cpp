@@ -11,6 +11,8 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::size_t kBuildSize = 200 * 1024 * 1024;
+// Both copies and some more.
+constexpr int kWarmMegabytes = 600;
 constexpr std::size_t kLogSize = 10 * 1000 * 1000;
 constexpr UtcTime kAfterServerDate{std::chrono::seconds(1600000000)};
 constexpr char kBackup[] = "tolvex.3.00.11.00.exe";
@@ -27,6 +29,7 @@ double InstallByProduct(const AppFolder& folder) {
     updater.AwaitText(kLblStatus, "Click on Install Button.", kLongestStage);
     updater.Press(kCmdInstall);
     const Box backup = updater.AwaitMessageBox(kLongestStage);
+    WarmMemory{kWarmMegabytes};
     const SteadyTime start = Now();
     updater.Answer(backup, IDOK);
     updater.AwaitText(kLblAnimationMsg, "You have installed the latest version of q-tolvex.",
@@ -46,6 +49,7 @@ double CopyPlainly(const Options& options, const AppFolder& folder, const std::w
     const std::wstring arguments = mode + L" " + Quoted(folder.File("tolvex.exe")) + L" " +
                                    Quoted(backup) + L" " + Quoted(folder.File("tolvex30.exe")) +
                                    L" " + Quoted(target);
+    WarmMemory{kWarmMegabytes};
     const double seconds = RunPlain(options, arguments).seconds;
     fs::remove(backup);
     fs::remove(target);

@@ -125,6 +125,13 @@ Cost RunPlain(const Options& options, const std::wstring& arguments) {
     return cost;
 }
 
+WarmMemory::WarmMemory(int megabytes) {
+    constexpr int kPiece = 16;
+    for (int held = 0; held < megabytes; held += kPiece) {
+        pieces_.emplace_back(static_cast<std::size_t>(kPiece * kMegabyte));
+    }
+}
+
 std::wstring Quoted(const fs::path& path) { return L"\"" + path.native() + L"\""; }
 
 void Furnish(const AppFolder& folder, const Options& options, const std::string& server,

@@ -66,6 +66,18 @@ std::string MainProgram(const e2e::Options& options, const std::string& version,
 /// Takes the mark off the start of the main program, and closes the updater.
 void CloseQuietly(const e2e::Updater& updater);
 
+/// Holds memory that a virtual machine has got from its host, for the cache of files to take when
+/// it is let go. The host takes back what has been free for some seconds, and the first write to
+/// it then costs ten times the copying. So both sides get it at the moment when they begin to
+/// write a file that is timed.
+class WarmMemory {
+public:
+    explicit WarmMemory(int megabytes);
+
+private:
+    std::vector<std::vector<char>> pieces_;
+};
+
 // The rows of the table, each of which prints its figures.
 void MeasureDownload(const e2e::Options& options);
 void MeasureMemory(const e2e::Options& options);

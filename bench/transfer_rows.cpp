@@ -66,9 +66,11 @@ Download ByProduct(const Options& options, const FarServer& server, int megabyte
     Furnish(folder, options, server.Folder(megabytes));
     const Updater updater(folder.Updater());
     const fs::path target = folder.File("tolvex30.exe");
+    std::optional<WarmMemory> memory(kLargeMegabytes);
     updater.Answer(updater.AwaitMessageBox(kLongestStage), IDOK);
     Await(
         "the answer", [&] { return fs::exists(target); }, kLongestStage);
+    memory.reset();
     const double before = ProcessorSeconds(updater.Running());
     const SteadyTime start = Now();
     Await(
@@ -82,6 +84,7 @@ Download ByProduct(const Options& options, const FarServer& server, int megabyte
 
 Cost ByPlain(const Options& options, const FarServer& server, const std::wstring& mode) {
     const fs::path target = options.scratch / "plain.bin";
+    WarmMemory{kLargeMegabytes};
     const Cost cost =
         RunPlain(options, mode + L" " + server.Url(kLargeMegabytes) + L" " + Quoted(target));
     CheckSize(target, kLargeMegabytes);
