@@ -4,6 +4,7 @@
 #include "components/files.h"
 #include "runtime/files.h"
 #include "runtime/runtime_error.h"
+#include "runtime/win32/early_flush.h"
 
 namespace swiftpatch::components {
 namespace {
@@ -66,6 +67,18 @@ TEST_F(RealFileCopy, OfAnEmptyFileIsEmpty) {
     WriteFile(target, "old");
     EXPECT_EQ(Copy(), 0);
     ExpectOnlyTarget("");
+}
+
+TEST_F(RealFileCopy, OfALargeFileIsWholeAndCanBeRepeated) {
+    std::string large;
+    for (int number = 0; large.size() < 3 * EarlyFlush::kPiece; ++number) {
+        large += std::to_string(number);
+    }
+    WriteFile(source, large);
+    for (int run = 0; run < 2; ++run) {
+        EXPECT_EQ(Copy(), 0);
+        ExpectOnlyTarget(large);
+    }
 }
 
 TEST_F(RealFileCopy, KeepsTheTargetsAttributes) {

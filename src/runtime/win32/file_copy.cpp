@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "runtime/files.h"
+#include "runtime/win32/early_flush.h"
 #include "runtime/win32/errors.h"
 #include "runtime/win32/handle.h"
 
@@ -12,6 +13,8 @@
 
 namespace swiftpatch {
 namespace {
+
+constexpr DWORD kBlock = 64 * 1024;
 
 /// One name for all copies in a folder: what a killed program has left is in the way of the next
 /// copy, which removes it.
@@ -34,12 +37,6 @@ public:
 
     const char* Path() const { return path_.c_str(); }
 
-    /// Whether the folder takes a new file; tried before anything is copied.
-    bool CanBeMade() const {
-        return static_cast<bool>(UniqueFile(::CreateFileA(
-            Path(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr)));
-    }
-
 private:
     void Remove() const {
         ::SetFileAttributesA(Path(), FILE_ATTRIBUTE_NORMAL);
@@ -53,19 +50,71 @@ bool Exists(const std::string& path) {
     return ::GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+[[noreturn]] void Fail(DWORD error) { RaiseFileError(error, FileAction::kCopy); }
+
+UniqueFile Open(const char* path, DWORD access, DWORD disposition) {
+    constexpr DWORD kShared = FILE_SHARE_READ | FILE_SHARE_WRITE;  // Windows 95 knows no more.
+    return UniqueFile(
+        ::CreateFileA(path, access, kShared, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
 /// The error that a direct copy over a file would end with before its first byte.
 DWORD ErrorOfWritingTo(const std::string& path) {
-    const UniqueFile file(::CreateFileA(path.c_str(), GENERIC_WRITE,
-                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                        nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const UniqueFile file = Open(path.c_str(), GENERIC_WRITE, OPEN_EXISTING);
     return file ? ERROR_SUCCESS : ::GetLastError();
 }
 
-/// Until this has been done, the new name could reach the disk before the new bytes.
-bool FlushToDisk(const char* path) {
-    const UniqueFile file(::CreateFileA(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    return file && ::FlushFileBuffers(file.Get());
+void CopyBytes(HANDLE from, HANDLE to, EarlyFlush& flush) {
+    std::string block(kBlock, '\0');
+    for (;;) {
+        DWORD count = 0;
+        if (!::ReadFile(from, block.data(), kBlock, &count, nullptr)) {
+            Fail(::GetLastError());
+        }
+        if (count == 0) {
+            return;
+        }
+        DWORD written = 0;
+        if (!::WriteFile(to, block.data(), count, &written, nullptr)) {
+            Fail(::GetLastError());
+        }
+        if (written != count) {
+            Fail(ERROR_DISK_FULL);
+        }
+        flush.Wrote(count);
+    }
+}
+
+/// A drive that keeps no times is no reason to fail.
+void CopyTime(HANDLE from, HANDLE to) {
+    FILETIME changed;
+    if (::GetFileTime(from, nullptr, nullptr, &changed)) {
+        ::SetFileTime(to, nullptr, nullptr, &changed);
+    }
+}
+
+/// Makes a file with the bytes and the time of another one and returns when it is on the disk:
+/// otherwise its later name could be there before its bytes. False when it cannot be made.
+bool CopyToDisk(const char* source, const char* target) {
+    const UniqueFile to = Open(target, GENERIC_WRITE, CREATE_NEW);
+    if (!to) {
+        return false;
+    }
+    const UniqueFile from = Open(source, GENERIC_READ, OPEN_EXISTING);
+    if (!from) {
+        Fail(::GetLastError());
+    }
+    EarlyFlush flush(Open(target, GENERIC_WRITE, OPEN_EXISTING));
+    CopyBytes(from.Get(), to.Get(), flush);
+    CopyTime(from.Get(), to.Get());
+    const DWORD error = flush.Finish();
+    if (error != ERROR_SUCCESS) {
+        Fail(error);
+    }
+    if (!::FlushFileBuffers(to.Get())) {
+        Fail(::GetLastError());
+    }
+    return true;
 }
 
 std::vector<BYTE> SecurityOf(const char* path, SECURITY_INFORMATION part) {
@@ -96,15 +145,8 @@ bool TakeOver(const std::string& from, const char* path) {
 /// directly. Raises what the copying itself ends with.
 bool CopyAndMove(const std::string& source, const std::string& target) {
     const Unfinished copy(BesideFile(target));
-    if (!copy.CanBeMade()) {
+    if (!CopyToDisk(source.c_str(), copy.Path())) {
         return false;
-    }
-    if (!::CopyFileA(source.c_str(), copy.Path(), FALSE)) {
-        RaiseFileError(::GetLastError(), FileAction::kCopy);
-    }
-    ::SetFileAttributesA(copy.Path(), FILE_ATTRIBUTE_NORMAL);
-    if (!FlushToDisk(copy.Path())) {
-        RaiseFileError(::GetLastError(), FileAction::kCopy);
     }
     const bool asBefore =
         Exists(target) ? TakeOver(target, copy.Path())
@@ -118,10 +160,10 @@ bool CopyAndMove(const std::string& source, const std::string& target) {
 void FileCopy(const std::string& source, const std::string& target) {
     const DWORD refusal = Exists(target) ? ErrorOfWritingTo(target) : ERROR_SUCCESS;
     if (refusal != ERROR_SUCCESS) {
-        RaiseFileError(refusal, FileAction::kCopy);
+        Fail(refusal);
     }
     if (!CopyAndMove(source, target) && !::CopyFileA(source.c_str(), target.c_str(), FALSE)) {
-        RaiseFileError(::GetLastError(), FileAction::kCopy);
+        Fail(::GetLastError());
     }
 }
 
