@@ -68,8 +68,8 @@ void CloseQuietly(const e2e::Updater& updater);
 
 /// Holds memory that a virtual machine has got from its host, for the cache of files to take when
 /// it is let go. The host takes back what has been free for some seconds, and the first write to
-/// it then costs ten times the copying. So both sides get it at the moment when they begin to
-/// write a file that is timed.
+/// it then costs ten times the copying. So it is let go right before each of the two sides writes
+/// a file that is timed.
 class WarmMemory {
 public:
     explicit WarmMemory(int megabytes);

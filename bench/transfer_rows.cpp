@@ -70,9 +70,9 @@ Download ByProduct(const Options& options, const FarServer& server, int megabyte
     updater.Answer(updater.AwaitMessageBox(kLongestStage), IDOK);
     Await(
         "the answer", [&] { return fs::exists(target); }, kLongestStage);
-    memory.reset();
     const double before = ProcessorSeconds(updater.Running());
     const SteadyTime start = Now();
+    memory.reset();
     Await(
         "the whole body", [&] { return HasSize(target, megabytes); }, kLongestTransfer);
     Download done;

@@ -26,7 +26,7 @@ void Kill(const std::string& path);
 
 /// Copies a file over `target`, which need not exist. Raises 53, 61, and 70 when the target is held
 /// by another process or read-only. The target carries the source's time, as the platform does, and
-/// keeps its own owner, permissions and attributes. Streams beside the file's own stay behind.
+/// keeps its own owner, permissions and attributes; streams beside the file's own may stay behind.
 /// Whenever it ends, even by force, the target is what it was or the whole copy; only where the
 /// folder takes no new file, or on a system that cannot move over a file, it can be found in part.
 void FileCopy(const std::string& source, const std::string& target);

@@ -40,6 +40,7 @@ TEST(EarlyFlush, OfLessThanAPieceDoesNothing) {
 TEST(EarlyFlush, WithoutAFileDoesNothing) {
     EarlyFlush flush{UniqueFile()};
     flush.Wrote(kPiece);
+    Sleep(50);
     EXPECT_EQ(flush.Finish(), DWORD{ERROR_SUCCESS});
 }
 

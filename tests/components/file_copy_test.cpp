@@ -9,7 +9,17 @@
 namespace swiftpatch::components {
 namespace {
 
+constexpr SYSTEMTIME kLongAgo{2020, 2, 3, 5, 8, 12, 31, 0};
 constexpr const char* kUnfinished = "out\\~copying.tmp";
+
+void SetTime(const std::string& path, const SYSTEMTIME& time) {
+    FILETIME changed;
+    SystemTimeToFileTime(&time, &changed);
+    const HANDLE file = CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    SetFileTime(file, nullptr, nullptr, &changed);
+    CloseHandle(file);
+}
 
 FILETIME TimeOf(const std::string& path) {
     WIN32_FILE_ATTRIBUTE_DATA data{};
@@ -35,6 +45,11 @@ protected:
         const std::map<std::string, std::string> expected{{"target.exe", content}};
         EXPECT_TRUE(Tree(place.Out()) == expected) << "another file, or other bytes";
     }
+    void ExpectTheSourcesTime() const {
+        const FILETIME copied = TimeOf(target);
+        const FILETIME changed = TimeOf(source);
+        EXPECT_EQ(CompareFileTime(&copied, &changed), 0);
+    }
 
     Workplace place;
     const std::string bytes = std::string(300'000, 'n') + "end";
@@ -43,17 +58,10 @@ protected:
 };
 
 TEST_F(RealFileCopy, MakesTheFileWithTheSourcesTime) {
-    SYSTEMTIME time{2020, 2, 3, 5, 8, 12, 31, 0};
-    FILETIME changed;
-    SystemTimeToFileTime(&time, &changed);
-    const HANDLE file = CreateFileA(source.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
-    SetFileTime(file, nullptr, nullptr, &changed);
-    CloseHandle(file);
+    SetTime(source, kLongAgo);
     EXPECT_EQ(Copy(), 0);
     ExpectOnlyTarget(bytes);
-    const FILETIME copied = TimeOf(target);
-    EXPECT_EQ(CompareFileTime(&copied, &changed), 0);
+    ExpectTheSourcesTime();
 }
 
 TEST_F(RealFileCopy, ReplacesTheFileThatIsThere) {
@@ -76,8 +84,10 @@ TEST_F(RealFileCopy, OfALargeFileIsWholeAndCanBeRepeated) {
     }
     WriteFile(source, large);
     for (int run = 0; run < 2; ++run) {
+        SetTime(source, kLongAgo);
         EXPECT_EQ(Copy(), 0);
         ExpectOnlyTarget(large);
+        ExpectTheSourcesTime();
     }
 }
 

@@ -17,9 +17,9 @@ using std::chrono::microseconds;
 constexpr milliseconds kLongestStage{60000};
 constexpr char kBackup[] = "tolvex.3.00.11.00.exe";
 
-// Large enough that a copy takes a while, which a kill can hit.
-constexpr std::size_t kOldSize = 6U << 20U;
-constexpr std::size_t kNewSize = 7U << 20U;
+// Large enough that a copy takes a while, which a kill can hit, and is sent to the disk in pieces.
+constexpr std::size_t kOldSize = 18U << 20U;
+constexpr std::size_t kNewSize = 19U << 20U;
 
 // What a kill is aimed at.
 enum class Aim { kStart, kDownload, kInstall };

@@ -28,6 +28,7 @@ DWORD EarlyFlush::Finish() {
         ::WaitForSingleObject(thread_.Get(), INFINITE);
         thread_.Reset();
     }
+    file_.Reset();
     return error_;
 }
 

@@ -11,7 +11,8 @@ namespace swiftpatch {
 /// can be none, nothing is sent early.
 class EarlyFlush {
 public:
-    /// So much is sent at a time: each flush costs a disk some milliseconds whatever its size.
+    /// At least so much is sent at a time: each flush costs a disk some milliseconds whatever its
+    /// size.
     static constexpr DWORD kPiece = 8 * 1024 * 1024;
 
     /// `file`: another handle than the one that is written with, since the system lets only one
@@ -24,8 +25,9 @@ public:
     /// To be told of each write, with the number of its bytes.
     void Wrote(DWORD bytes);
 
-    /// Ends the thread. Returns the first error of what it did, or ERROR_SUCCESS; the system tells
-    /// of such an error once only, so the last flush need not meet it again.
+    /// Ends the thread and closes the file. Returns the first error of what the thread did, or
+    /// ERROR_SUCCESS; the system tells of such an error once only, so the last flush need not meet
+    /// it again.
     DWORD Finish();
 
 private:

@@ -106,11 +106,11 @@ bool CopyToDisk(const char* source, const char* target) {
     }
     EarlyFlush flush(Open(target, GENERIC_WRITE, OPEN_EXISTING));
     CopyBytes(from.Get(), to.Get(), flush);
-    CopyTime(from.Get(), to.Get());
     const DWORD error = flush.Finish();
     if (error != ERROR_SUCCESS) {
         Fail(error);
     }
+    CopyTime(from.Get(), to.Get());
     if (!::FlushFileBuffers(to.Get())) {
         Fail(::GetLastError());
     }
@@ -141,9 +141,19 @@ bool TakeOver(const std::string& from, const char* path) {
     return ::SetFileAttributesA(path, ::GetFileAttributesA(from.c_str())) != FALSE;
 }
 
+/// Windows 95, 98 and ME cannot, and would need room for a copy that comes to nothing.
+bool SystemMovesOverFiles() {
+    OSVERSIONINFOA version{};
+    version.dwOSVersionInfoSize = sizeof(version);
+    return ::GetVersionExA(&version) && version.dwPlatformId == VER_PLATFORM_WIN32_NT;
+}
+
 /// Makes the finished file beside the target and moves it there; false when it has to be copied
 /// directly. Raises what the copying itself ends with.
 bool CopyAndMove(const std::string& source, const std::string& target) {
+    if (!SystemMovesOverFiles()) {
+        return false;
+    }
     const Unfinished copy(BesideFile(target));
     if (!CopyToDisk(source.c_str(), copy.Path())) {
         return false;
