@@ -38,7 +38,7 @@ public:
 
     void Release();
 
-    static constexpr std::size_t kBlockSize = 64 * 1024;
+    static constexpr std::size_t kBlockSize = 256 * 1024;
     using Block = std::shared_ptr<char[]>;
     /// Memory for the body's bytes that nobody else holds. It comes back by itself when nobody
     /// does any more, because fetching it anew for each block costs more than filling it.
