@@ -1,5 +1,5 @@
 # What belongs to a deployment, not to the program. The texts that are set here are written into a
-# header of the build; where one is empty, the default of src/app/branding.h stands.
+# header of the build; where one is empty, the default of src/shared/branding.h stands.
 set(SWIFTPATCH_DEFAULT_SERVER "" CACHE STRING "Server folder used when the data file names none")
 set(SWIFTPATCH_SLOGAN "" CACHE STRING "The maker's slogan on the splash window")
 set(SWIFTPATCH_WEB_ADDRESS "" CACHE STRING "The maker's web address on the splash window")
@@ -38,7 +38,7 @@ foreach(name
         string(APPEND branding "#define ${name} \"${literal}\"\n")
     endif()
 endforeach()
-file(CONFIGURE OUTPUT generated/app/branding_values.h CONTENT "@branding@" @ONLY)
+file(CONFIGURE OUTPUT generated/shared/branding_values.h CONTENT "@branding@" @ONLY)
 
 foreach(name SWIFTPATCH_ICON SWIFTPATCH_SPLASH_PICTURE)
     if(NOT EXISTS "${${name}}")

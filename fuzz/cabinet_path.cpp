@@ -4,9 +4,9 @@
 
 #include "components/CabFile.h"
 #include "components/cabinet_names.h"
-#include "headless/cabinet.h"
-#include "headless/world.h"
 #include "property.h"
+#include "runtime/headless/cabinet.h"
+#include "runtime/headless/world.h"
 #include "runtime/runtime_error.h"
 #include "runtime/strings.h"
 

@@ -1,7 +1,7 @@
 #include "net/header_probe.h"
 #include "property.h"
 #include "reference.h"
-#include "runtime/http_headers.h"
+#include "runtime/internal/http_headers.h"
 #include "runtime/numbers.h"
 #include "runtime/runtime_error.h"
 #include "runtime/strings.h"

@@ -1,7 +1,7 @@
 #include "app/settings.h"
-#include "app/shared_state.h"
-#include "headless/world.h"
 #include "property.h"
+#include "runtime/headless/world.h"
+#include "shared/shared_state.h"
 
 namespace swiftpatch::fuzz {
 namespace {

@@ -2,10 +2,7 @@
 
 #include <string>
 
-#include "app/branding.h"
-#include "app/error_report.h"
 #include "app/settings.h"
-#include "app/shared_state.h"
 #include "app/splash_background.h"
 #include "components/utilities.h"
 #include "mainwindow/frmSwiftPatch.h"
@@ -13,6 +10,9 @@
 #include "runtime/clock.h"
 #include "runtime/events.h"
 #include "runtime/strings.h"
+#include "shared/branding.h"
+#include "shared/error_report.h"
+#include "shared/shared_state.h"
 
 namespace swiftpatch {
 namespace {

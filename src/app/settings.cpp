@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "app/branding.h"
-#include "app/paths.h"
-#include "app/shared_state.h"
 #include "runtime/profile.h"
 #include "runtime/strings.h"
+#include "shared/branding.h"
+#include "shared/paths.h"
+#include "shared/shared_state.h"
 
 namespace swiftpatch {
 namespace {

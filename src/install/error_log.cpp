@@ -1,9 +1,9 @@
-#include "app/error_report.h"
-#include "app/paths.h"
-#include "app/shared_state.h"
 #include "install/frmLog.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "runtime/files.h"
+#include "shared/error_report.h"
+#include "shared/paths.h"
+#include "shared/shared_state.h"
 
 namespace swiftpatch {
 

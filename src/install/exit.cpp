@@ -1,10 +1,10 @@
-#include "app/error_report.h"
-#include "app/paths.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "runtime/events.h"
 #include "runtime/files.h"
 #include "runtime/msgbox.h"
 #include "runtime/system.h"
+#include "shared/error_report.h"
+#include "shared/paths.h"
 
 namespace swiftpatch {
 namespace {

@@ -1,10 +1,10 @@
 #include "install/frmLog.h"
 
-#include "app/paths.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "runtime/events.h"
 #include "runtime/files.h"
 #include "runtime/strings.h"
+#include "shared/paths.h"
 
 namespace swiftpatch {
 namespace {

@@ -1,7 +1,7 @@
 #include "install/frmRunning.h"
 
-#include "app/branding.h"
 #include "runtime/strings.h"
+#include "shared/branding.h"
 
 namespace swiftpatch {
 namespace {

@@ -1,4 +1,3 @@
-#include "app/paths.h"
 #include "install/modVersion.h"
 #include "install/running_program.h"
 #include "mainwindow/frmSwiftPatch.h"
@@ -7,6 +6,7 @@
 #include "runtime/flag_while.h"
 #include "runtime/msgbox.h"
 #include "runtime/strings.h"
+#include "shared/paths.h"
 
 namespace swiftpatch {
 namespace {

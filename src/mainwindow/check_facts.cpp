@@ -1,7 +1,7 @@
 #include "mainwindow/check_facts.h"
 
-#include "app/paths.h"
 #include "components/utilities.h"
+#include "shared/paths.h"
 
 namespace swiftpatch {
 namespace {

@@ -1,8 +1,8 @@
-#include "app/paths.h"
-#include "app/shared_state.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "mainwindow/version_comparison.h"
 #include "runtime/events.h"
+#include "shared/paths.h"
+#include "shared/shared_state.h"
 
 namespace swiftpatch {
 namespace {

@@ -3,9 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "app/error_report.h"
-#include "app/paths.h"
-#include "app/shared_state.h"
 #include "components/utilities.h"
 #include "install/frmRunning.h"
 #include "install/running_program.h"
@@ -14,6 +11,9 @@
 #include "runtime/files.h"
 #include "runtime/msgbox.h"
 #include "runtime/strings.h"
+#include "shared/error_report.h"
+#include "shared/paths.h"
+#include "shared/shared_state.h"
 
 namespace swiftpatch {
 

@@ -1,5 +1,3 @@
-#include "app/paths.h"
-#include "app/shared_state.h"
 #include "install/modVersion.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "net/header_probe.h"
@@ -10,6 +8,8 @@
 #include "runtime/files.h"
 #include "runtime/msgbox.h"
 #include "runtime/strings.h"
+#include "shared/paths.h"
+#include "shared/shared_state.h"
 
 namespace swiftpatch {
 namespace {

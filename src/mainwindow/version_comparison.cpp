@@ -2,13 +2,13 @@
 
 #include <vector>
 
-#include "app/paths.h"
-#include "app/shared_state.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "runtime/events.h"
 #include "runtime/files.h"
 #include "runtime/numbers.h"
 #include "runtime/strings.h"
+#include "shared/paths.h"
+#include "shared/shared_state.h"
 
 namespace swiftpatch {
 namespace {

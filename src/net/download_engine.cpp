@@ -1,6 +1,5 @@
 #include <algorithm>
 
-#include "app/paths.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "mainwindow/version_comparison.h"
 #include "net/chunk_count.h"
@@ -10,6 +9,7 @@
 #include "runtime/msgbox.h"
 #include "runtime/numbers.h"
 #include "runtime/strings.h"
+#include "shared/paths.h"
 
 namespace swiftpatch {
 namespace {

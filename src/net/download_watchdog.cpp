@@ -2,8 +2,8 @@
 
 #include <limits>
 
-#include "app/error_report.h"
 #include "mainwindow/frmSwiftPatch.h"
+#include "shared/error_report.h"
 
 namespace swiftpatch {
 

@@ -1,11 +1,11 @@
 #include "net/modDeclarations.h"
 
-#include "app/error_report.h"
-#include "app/paths.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "net/header_probe.h"
 #include "runtime/strings.h"
 #include "runtime/system.h"
+#include "shared/error_report.h"
+#include "shared/paths.h"
 
 namespace swiftpatch {
 namespace {

@@ -1,7 +1,7 @@
-#include "app/error_report.h"
-#include "app/paths.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "runtime/events.h"
+#include "shared/error_report.h"
+#include "shared/paths.h"
 
 namespace swiftpatch {
 

@@ -6,8 +6,8 @@
 
 #include "runtime/clock.h"
 #include "runtime/events.h"
-#include "runtime/http_headers.h"
-#include "runtime/inet_transport.h"
+#include "runtime/internal/http_headers.h"
+#include "runtime/internal/inet_transport.h"
 #include "runtime/numbers.h"
 #include "runtime/runtime_error.h"
 

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "components/cab_outcome.h"
-#include "components/files.h"
+#include "win32/files.h"
 
-namespace swiftpatch::components {
+namespace swiftpatch::real_system {
 namespace {
 
 constexpr std::size_t kCutStep = 64;
@@ -90,4 +90,4 @@ TEST(CabFileOnOtherThings, FolderRaises) {
 }
 
 }  // namespace
-}  // namespace swiftpatch::components
+}  // namespace swiftpatch::real_system

@@ -2,9 +2,9 @@
 
 #include "components/cab_outcome.h"
 #include "components/cab_writer.h"
-#include "components/files.h"
+#include "win32/files.h"
 
-namespace swiftpatch::components {
+namespace swiftpatch::real_system {
 namespace {
 
 constexpr std::int32_t kInvalidName = 123;  // ERROR_INVALID_NAME
@@ -83,4 +83,4 @@ TEST(CabFileNames, LongNameFailsItsFile) {
 }
 
 }  // namespace
-}  // namespace swiftpatch::components
+}  // namespace swiftpatch::real_system

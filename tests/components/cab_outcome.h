@@ -10,7 +10,7 @@
 #include "components/system_error_text.h"
 #include "runtime/runtime_error.h"
 
-namespace swiftpatch::components {
+namespace swiftpatch::real_system {
 
 /// How a call ended: error number and text, or 0 and an empty text.
 struct Outcome {
@@ -37,4 +37,4 @@ inline CabFile Cab(const std::string& path) {
     return cab;
 }
 
-}  // namespace swiftpatch::components
+}  // namespace swiftpatch::real_system

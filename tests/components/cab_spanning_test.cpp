@@ -2,9 +2,9 @@
 
 #include "components/cab_outcome.h"
 #include "components/cab_writer.h"
-#include "components/files.h"
+#include "win32/files.h"
 
-namespace swiftpatch::components {
+namespace swiftpatch::real_system {
 namespace {
 
 constexpr std::uint16_t kFromPrevious = 0xFFFD;
@@ -105,4 +105,4 @@ TEST(CabFileSpanning, CabinetThatNamesItselfAsTheNextEnds) {
 }
 
 }  // namespace
-}  // namespace swiftpatch::components
+}  // namespace swiftpatch::real_system

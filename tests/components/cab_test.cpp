@@ -4,10 +4,10 @@
 
 #include "components/cab_outcome.h"
 #include "components/cab_writer.h"
-#include "components/files.h"
 #include "runtime/clock.h"
+#include "win32/files.h"
 
-namespace swiftpatch::components {
+namespace swiftpatch::real_system {
 namespace {
 
 /// A cabinet that was made when the tests were built.
@@ -161,4 +161,4 @@ TEST(CabFileOnFiles, TimesAreMovedFromUniversalToLocalTime) {
 }
 
 }  // namespace
-}  // namespace swiftpatch::components
+}  // namespace swiftpatch::real_system

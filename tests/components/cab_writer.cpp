@@ -1,6 +1,6 @@
 #include "components/cab_writer.h"
 
-namespace swiftpatch::components {
+namespace swiftpatch::real_system {
 namespace {
 
 constexpr std::uint16_t kHasPrevious = 1;
@@ -98,4 +98,4 @@ std::string CabOf(const std::string& name, const std::string& bytes) {
     return image.Bytes();
 }
 
-}  // namespace swiftpatch::components
+}  // namespace swiftpatch::real_system

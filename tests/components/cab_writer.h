@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace swiftpatch::components {
+namespace swiftpatch::real_system {
 
 /// A piece of data: a block of the format, whole or the part of one.
 struct CabBlock {
@@ -40,4 +40,4 @@ std::string CabOf(const std::string& name, const std::string& bytes);
 /// Adds a file to a cabinet whose files are not spanned.
 void AddFile(CabImage& image, const std::string& name, const std::string& bytes);
 
-}  // namespace swiftpatch::components
+}  // namespace swiftpatch::real_system

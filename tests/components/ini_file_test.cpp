@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "components/clsIniFile.h"
-#include "components/files.h"
+#include "win32/files.h"
 
-namespace swiftpatch::components {
+namespace swiftpatch::real_system {
 namespace {
 
 class RealIniFile : public testing::Test {
@@ -99,4 +99,4 @@ TEST_F(RealIniFile, LettersOfTheCodePageAreKept) {
 }
 
 }  // namespace
-}  // namespace swiftpatch::components
+}  // namespace swiftpatch::real_system

@@ -6,7 +6,7 @@
 
 #include "components/clsSysInfo.h"
 
-namespace swiftpatch::components {
+namespace swiftpatch::real_system {
 namespace {
 
 std::string FlagsOf(const clsSysInfo& info) {
@@ -38,4 +38,4 @@ std::string SysInfoReport() {
            info.ProductTypeName() + "|" + std::to_string(ProductOfTheSystem());
 }
 
-}  // namespace swiftpatch::components
+}  // namespace swiftpatch::real_system

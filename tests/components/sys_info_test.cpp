@@ -4,10 +4,10 @@
 #include <array>
 #include <string>
 
-#include "components/files.h"
 #include "components/sys_info_report.h"
+#include "win32/files.h"
 
-namespace swiftpatch::components {
+namespace swiftpatch::real_system {
 namespace {
 
 /// The Wine setting by which a program is told another version of Windows. It is kept for this
@@ -99,4 +99,4 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& test) { return std::string(test.param.setting); });
 
 }  // namespace
-}  // namespace swiftpatch::components
+}  // namespace swiftpatch::real_system

@@ -2,8 +2,8 @@
 // proxy of the test's keeps those requests on this machine and shows them.
 #include <functional>
 
-#include "app/branding.h"
 #include "e2e/update_run.h"
+#include "shared/branding.h"
 
 namespace swiftpatch::e2e {
 namespace {

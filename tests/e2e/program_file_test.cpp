@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "app/branding.h"
-#include "app/version.h"
 #include "e2e/options.h"
 #include "e2e/text.h"
 #include "e2e/win32.h"
+#include "shared/branding.h"
+#include "shared/version.h"
 
 namespace swiftpatch::e2e {
 namespace {

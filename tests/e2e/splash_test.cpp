@@ -1,6 +1,6 @@
-#include "app/branding.h"
-#include "app/version.h"
 #include "e2e/update_run.h"
+#include "shared/branding.h"
+#include "shared/version.h"
 
 namespace swiftpatch::e2e {
 namespace {

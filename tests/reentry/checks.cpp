@@ -1,9 +1,9 @@
 // What must be true at the end of every run, whatever happened in it.
 #include <algorithm>
 
-#include "app/branding.h"
 #include "reentry/life.h"
 #include "runtime/files.h"
+#include "shared/branding.h"
 
 namespace swiftpatch::reentry {
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "app/main.h"
-#include "app/shared_state.h"
 #include "install/frmRunning.h"
 #include "install/running_program.h"
 #include "runtime/events.h"
+#include "shared/shared_state.h"
 
 namespace swiftpatch::reentry {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "headless/world.h"
 #include "mainwindow/frmSwiftPatch.h"
+#include "runtime/headless/world.h"
 
 namespace swiftpatch::reentry {
 

@@ -1,7 +1,7 @@
-#include "app/branding.h"
-#include "headless/disk.h"
 #include "reentry/machine.h"
+#include "runtime/headless/disk.h"
 #include "runtime/runtime_error.h"
+#include "shared/branding.h"
 
 namespace swiftpatch::reentry {
 

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "components/CabFile.h"
-#include "headless/cabinet.h"
-#include "headless/world.h"
+#include "runtime/headless/cabinet.h"
+#include "runtime/headless/world.h"
 #include "runtime/runtime_error.h"
 
 namespace swiftpatch {

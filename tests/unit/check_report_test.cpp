@@ -1,4 +1,4 @@
-#include "app/shared_state.h"
+#include "shared/shared_state.h"
 #include "unit/check_support.h"
 
 namespace swiftpatch {

@@ -1,5 +1,5 @@
-#include "app/shared_state.h"
 #include "mainwindow/version_comparison.h"
+#include "shared/shared_state.h"
 #include "unit/engine_support.h"
 
 namespace swiftpatch {

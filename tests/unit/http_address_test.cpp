@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "runtime/http_headers.h"
-#include "runtime/inet_transport.h"
+#include "runtime/internal/http_headers.h"
+#include "runtime/internal/inet_transport.h"
 #include "runtime/runtime_error.h"
 
 namespace swiftpatch {

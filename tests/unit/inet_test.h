@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "headless/world.h"
 #include "runtime/events.h"
+#include "runtime/headless/world.h"
 #include "runtime/inet.h"
 #include "runtime/runtime_error.h"
 

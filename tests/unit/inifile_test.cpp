@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "components/clsIniFile.h"
-#include "headless/profile.h"
-#include "headless/world.h"
+#include "runtime/headless/profile.h"
+#include "runtime/headless/world.h"
 
 namespace swiftpatch {
 namespace {

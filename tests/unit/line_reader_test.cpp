@@ -1,4 +1,4 @@
-#include "runtime/line_reader.h"
+#include "runtime/internal/line_reader.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "app/shared_state.h"
 #include "install/frmLog.h"
 #include "runtime/runtime_error.h"
+#include "shared/shared_state.h"
 #include "unit/program_test.h"
 
 namespace swiftpatch {

@@ -1,5 +1,5 @@
-#include "app/shared_state.h"
 #include "runtime/runtime_error.h"
+#include "shared/shared_state.h"
 #include "unit/program_test.h"
 
 namespace swiftpatch {

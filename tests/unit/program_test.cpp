@@ -1,8 +1,8 @@
 #include "unit/program_test.h"
 
 #include "app/frmSplash1.h"
-#include "app/shared_state.h"
 #include "install/running_program.h"
+#include "shared/shared_state.h"
 
 namespace swiftpatch {
 

@@ -1,5 +1,5 @@
-#include "app/branding.h"
 #include "install/frmRunning.h"
+#include "shared/branding.h"
 #include "unit/program_test.h"
 
 namespace swiftpatch {

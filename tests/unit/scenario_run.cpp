@@ -4,7 +4,7 @@
 #include <iostream>
 #include <limits>
 
-#include "app/shared_state.h"
+#include "shared/shared_state.h"
 
 namespace swiftpatch {
 

@@ -1,8 +1,8 @@
 #include "app/settings.h"
 
-#include "app/branding.h"
-#include "app/paths.h"
-#include "app/shared_state.h"
+#include "shared/branding.h"
+#include "shared/paths.h"
+#include "shared/shared_state.h"
 #include "unit/program_test.h"
 
 namespace swiftpatch {

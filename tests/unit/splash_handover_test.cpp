@@ -1,6 +1,6 @@
 #include "app/frmSplash1.h"
 #include "app/main.h"
-#include "app/shared_state.h"
+#include "shared/shared_state.h"
 #include "unit/program_test.h"
 
 namespace swiftpatch {

@@ -1,8 +1,8 @@
-#include "app/branding.h"
 #include "app/frmSplash1.h"
 #include "app/main.h"
-#include "app/shared_state.h"
 #include "runtime/runtime_error.h"
+#include "shared/branding.h"
+#include "shared/shared_state.h"
 #include "unit/program_test.h"
 
 namespace swiftpatch {

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "components/clsSysInfo.h"
-#include "headless/world.h"
+#include "runtime/headless/world.h"
 
 namespace swiftpatch {
 namespace {

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "headless/world.h"
+#include "runtime/headless/world.h"
 
 namespace swiftpatch {
 namespace {

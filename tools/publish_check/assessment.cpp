@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "app/paths.h"
 #include "publish_check/folder_findings.h"
 #include "publish_check/outcome.h"
 #include "publish_check/outcome_text.h"
+#include "shared/paths.h"
 
 namespace publish_check {
 

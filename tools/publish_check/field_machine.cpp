@@ -2,17 +2,17 @@
 
 #include <algorithm>
 
-#include "app/paths.h"
 #include "app/settings.h"
-#include "app/shared_state.h"
-#include "headless/world.h"
 #include "install/frmRunning.h"
 #include "install/running_program.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "publish_check/outcome.h"
-#include "runtime/http_headers.h"
-#include "runtime/inet_transport.h"
+#include "runtime/headless/world.h"
+#include "runtime/internal/http_headers.h"
+#include "runtime/internal/inet_transport.h"
 #include "runtime/runtime_error.h"
+#include "shared/paths.h"
+#include "shared/shared_state.h"
 
 namespace publish_check {
 

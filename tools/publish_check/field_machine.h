@@ -6,11 +6,11 @@
 #include <utility>
 #include <vector>
 
-#include "headless/disk.h"
 #include "mainwindow/check_facts.h"
 #include "publish_check/server_state.h"
 #include "publish_check/version.h"
 #include "runtime/datetime.h"
+#include "runtime/headless/disk.h"
 
 namespace publish_check {
 

@@ -1,13 +1,13 @@
 #include "publish_check/folder_findings.h"
 
-#include "app/paths.h"
 #include "mainwindow/check_facts.h"
 #include "net/header_probe.h"
 #include "net/modDeclarations.h"
 #include "publish_check/animation_file.h"
 #include "publish_check/version.h"
-#include "runtime/http_headers.h"
+#include "runtime/internal/http_headers.h"
 #include "runtime/runtime_error.h"
+#include "shared/paths.h"
 
 namespace publish_check {
 

@@ -6,8 +6,8 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "app/paths.h"
 #include "runtime/strings.h"
+#include "shared/paths.h"
 
 namespace publish_check {
 namespace {

@@ -2,11 +2,11 @@
 
 #include <stdexcept>
 
-#include "app/paths.h"
 #include "publish_check/field_machine.h"
 #include "publish_check/http_client.h"
-#include "runtime/inet_transport.h"
+#include "runtime/internal/inet_transport.h"
 #include "runtime/runtime_error.h"
+#include "shared/paths.h"
 
 namespace publish_check {
 namespace {

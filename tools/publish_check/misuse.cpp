@@ -1,6 +1,6 @@
 // What the machine in memory reports when the program asks for something that is not there: here
 // that is a mistake of publish-check.
-#include "headless/misuse.h"
+#include "runtime/headless/misuse.h"
 
 #include <cstdlib>
 #include <iostream>

@@ -2,9 +2,9 @@
 
 #include <map>
 
-#include "app/paths.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "runtime/runtime_error.h"
+#include "shared/paths.h"
 
 namespace publish_check {
 namespace {

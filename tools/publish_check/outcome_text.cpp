@@ -1,6 +1,6 @@
 #include "publish_check/outcome_text.h"
 
-#include "app/paths.h"
+#include "shared/paths.h"
 
 namespace publish_check {
 namespace {

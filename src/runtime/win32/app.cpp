@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "app/version.h"
 #include "runtime/win32/win32.h"
+#include "shared/version.h"
 
 namespace swiftpatch::App {
 namespace {

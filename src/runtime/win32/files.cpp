@@ -3,7 +3,7 @@
 #include <map>
 #include <memory>
 
-#include "runtime/line_reader.h"
+#include "runtime/internal/line_reader.h"
 #include "runtime/runtime_error.h"
 #include "runtime/win32/errors.h"
 #include "runtime/win32/handle.h"

@@ -1,4 +1,4 @@
-#include "runtime/inet_transport.h"
+#include "runtime/internal/inet_transport.h"
 
 #include <chrono>
 #include <deque>

@@ -1,0 +1,164 @@
+#include "runtime/files.h"
+
+#include <limits>
+#include <map>
+#include <memory>
+#include <utility>
+
+#include "runtime/clock.h"
+#include "runtime/headless/world.h"
+#include "runtime/internal/line_reader.h"
+#include "runtime/runtime_error.h"
+
+namespace swiftpatch {
+namespace {
+
+using headless::Disk;
+using headless::File;
+using headless::TheWorld;
+
+struct OpenFile {
+    std::string path;
+    std::size_t position = 0;
+    std::shared_ptr<LineReader> lines;
+};
+
+std::map<int, OpenFile>& OpenFiles() {
+    static std::map<int, OpenFile> files;
+    return files;
+}
+
+OpenFile& OpenFileOf(int number) {
+    const auto found = OpenFiles().find(number);
+    if (found == OpenFiles().end()) {
+        throw RuntimeError(error_number::kBadFileNameOrNumber);
+    }
+    return found->second;
+}
+
+File& Existing(const std::string& path) {
+    File* file = TheWorld().disk.Find(path);
+    if (file == nullptr) {
+        throw RuntimeError(error_number::kFileNotFound);
+    }
+    return *file;
+}
+
+bool IsOpenHere(const std::string& path) {
+    for (const auto& [number, open] : OpenFiles()) {
+        if (open.path == path) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+bool FileExists(const std::string& path) {
+    const File* file = TheWorld().disk.Find(path);
+    return file != nullptr && !file->hidden;
+}
+
+std::int32_t FileLen(const std::string& path) {
+    return static_cast<std::int32_t>(Existing(path).bytes.size());
+}
+
+DateTime FileDateTime(const std::string& path) { return Existing(path).changed; }
+
+void Kill(const std::string& path) {
+    TheWorld().disk.Operation("Kill", path);
+    const File& file = Existing(path);
+    if (file.held || file.readOnly || IsOpenHere(path)) {
+        throw RuntimeError(error_number::kPathFileAccess);
+    }
+    TheWorld().disk.Remove(path);
+}
+
+void FileCopy(const std::string& source, const std::string& target) {
+    TheWorld().disk.Operation("FileCopy", source + " -> " + target);
+    const File copy = Existing(source);
+    const File* old = TheWorld().disk.Find(target);
+    if (old != nullptr && (old->held || old->readOnly)) {
+        throw RuntimeError(error_number::kPermissionDenied);
+    }
+    if (!TheWorld().disk.HasFolderOf(target)) {
+        throw RuntimeError(error_number::kPathNotFound);
+    }
+    TheWorld().disk.Add(target, {copy.bytes, copy.changed});
+}
+
+void MkDir(const std::string& path) {
+    Disk& disk = TheWorld().disk;
+    disk.Operation("MkDir", path);
+    if (disk.folders.contains(path) || disk.Find(path) != nullptr) {
+        throw RuntimeError(error_number::kPathFileAccess);
+    }
+    if (!disk.HasFolderOf(path)) {
+        throw RuntimeError(error_number::kPathNotFound);
+    }
+    disk.folders.insert(path);
+}
+
+int FreeFile() {
+    int number = 1;
+    while (OpenFiles().contains(number)) {
+        ++number;
+    }
+    return number;
+}
+
+void OpenForBinary(const std::string& path, int number) {
+    Disk& disk = TheWorld().disk;
+    disk.Operation("Open", path + " #" + std::to_string(number));
+    if (OpenFiles().contains(number)) {
+        throw RuntimeError(error_number::kFileAlreadyOpen);
+    }
+    if (!disk.HasFolderOf(path)) {
+        throw RuntimeError(error_number::kPathNotFound);
+    }
+    const File* file = disk.Find(path);
+    if (file != nullptr && (file->held || file->readOnly)) {
+        throw RuntimeError(error_number::kPathFileAccess);
+    }
+    if (file == nullptr) {
+        disk.Add(path, {"", Now()});
+    }
+    OpenFiles()[number] = {path, 0, nullptr};
+}
+
+void PutBytes(int number, std::string_view bytes) {
+    OpenFile& open = OpenFileOf(number);
+    TheWorld().disk.Operation("Put",
+                              "#" + std::to_string(number) + " " + std::to_string(bytes.size()));
+    Existing(open.path).bytes.replace(open.position, bytes.size(), bytes);
+    open.position += bytes.size();
+}
+
+void OpenForInput(const std::string& path, int number) {
+    TheWorld().disk.Operation("OpenForInput", path + " #" + std::to_string(number));
+    if (OpenFiles().contains(number)) {
+        throw RuntimeError(error_number::kFileAlreadyOpen);
+    }
+    const auto text = std::make_shared<std::string>(Existing(path).bytes);
+    OpenFiles()[number] = {
+        path, 0, std::make_shared<LineReader>([text] { return std::exchange(*text, {}); })};
+}
+
+std::string LineInput(int number) {
+    OpenFile& open = OpenFileOf(number);
+    TheWorld().disk.Operation("LineInput", "#" + std::to_string(number));
+    return open.lines->Next();
+}
+
+bool EndOfFile(int number) { return OpenFileOf(number).lines->AtEnd(); }
+
+void CloseFile(int number) {
+    if (OpenFiles().erase(number) > 0) {
+        TheWorld().disk.Operation("Close", "#" + std::to_string(number));
+    }
+}
+
+void CloseAllFiles() noexcept { OpenFiles().clear(); }
+
+}  // namespace swiftpatch

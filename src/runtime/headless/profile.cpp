@@ -1,0 +1,80 @@
+#include "runtime/profile.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "runtime/headless/profile.h"
+#include "runtime/headless/world.h"
+#include "runtime/runtime_error.h"
+#include "runtime/strings.h"
+
+namespace swiftpatch {
+namespace {
+
+using headless::TheWorld;
+
+std::string& LastBuffer() {
+    static std::string buffer;
+    return buffer;
+}
+
+std::string_view WithoutQuotes(std::string_view value) {
+    const bool quoted = value.size() >= 2 && value.front() == value.back() &&
+                        (value.front() == '"' || value.front() == '\'');
+    return quoted ? value.substr(1, value.size() - 2) : value;
+}
+
+std::optional<std::string> Lookup(const std::string& text, const std::string& section,
+                                  const std::string& key) {
+    bool inside = false;
+    for (const std::string& line : Split(text, '\n')) {
+        const std::string_view trimmed = TrimBlanks(line);
+        const std::size_t equals = trimmed.find('=');
+        if (trimmed.starts_with('[')) {
+            inside = EqualWithoutCase(trimmed, "[" + section + "]");
+        } else if (inside && equals != std::string_view::npos &&
+                   EqualWithoutCase(TrimBlanks(trimmed.substr(0, equals)), key)) {
+            return std::string(WithoutQuotes(TrimBlanks(trimmed.substr(equals + 1))));
+        }
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+const std::string& headless::LastProfileBuffer() { return LastBuffer(); }
+
+std::size_t GetPrivateProfileStringA(const std::string& section, const std::string& key,
+                                     const std::string& defaultValue, std::string& buffer,
+                                     const std::string& file) {
+    LastBuffer() = buffer;
+    if (TheWorld().whileReadingProfile) {
+        TheWorld().whileReadingProfile();
+    }
+    const headless::File* found = TheWorld().disk.Find(file);
+    const std::string value = (found == nullptr ? std::nullopt : Lookup(found->bytes, section, key))
+                                  .value_or(defaultValue);
+    const std::size_t count = std::min(value.size(), buffer.size() - 1);
+    buffer.replace(0, count, value, 0, count);
+    buffer[count] = '\0';
+    return count;
+}
+
+bool WritePrivateProfileStringA(const std::string& section, const std::string& key,
+                                const std::string& value, const std::string& file) {
+    try {
+        TheWorld().disk.Operation("WriteProfile", file + " [" + section + "] " + key + "=" + value);
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+std::string GetSetting(const std::string& application, const std::string& section,
+                       const std::string& key, const std::string& defaultValue) {
+    const auto& settings = TheWorld().machine.settings;
+    const auto found = settings.find(application + "\\" + section + "\\" + key);
+    return found == settings.end() ? defaultValue : found->second;
+}
+
+}  // namespace swiftpatch
