@@ -25,10 +25,10 @@ DateTime FileDateTime(const std::string& path);
 void Kill(const std::string& path);
 
 /// Copies a file over `target`, which need not exist. Raises 53, 61, and 70 when the target is held
-/// by another process or read-only. The target carries the source's time, as the platform does, and
-/// keeps its own owner, permissions and attributes; streams beside the file's own may stay behind.
-/// Whenever it ends, even by force, the target is what it was or the whole copy; only where the
-/// folder takes no new file, or on a system that cannot move over a file, it can be found in part.
+/// by another process or read-only. The target carries the source's time and the streams beside its
+/// bytes, as the platform does, and keeps its own owner, permissions and attributes. Whenever it
+/// ends, even by force, the target is what it was or the whole copy; only where the folder takes no
+/// new file, or on a system that cannot move over a file, it can be found in part.
 void FileCopy(const std::string& source, const std::string& target);
 
 /// Creates a folder in one that is there. Raises 75 when it exists or may not be created, 76 when

@@ -3,13 +3,13 @@
 
 #include "runtime/files.h"
 #include "runtime/runtime_error.h"
-#include "runtime/win32/early_flush.h"
 #include "win32/files.h"
 
 namespace swiftpatch::real_system {
 namespace {
 
 constexpr SYSTEMTIME kLongAgo{2020, 2, 3, 5, 8, 12, 31, 0};
+constexpr std::size_t kLarge = 24 * 1024 * 1024;
 constexpr const char* kUnfinished = "out\\~copying.tmp";
 
 void SetTime(const std::string& path, const SYSTEMTIME& time) {
@@ -79,7 +79,7 @@ TEST_F(RealFileCopy, OfAnEmptyFileIsEmpty) {
 
 TEST_F(RealFileCopy, OfALargeFileIsWholeAndCanBeRepeated) {
     std::string large;
-    for (int number = 0; large.size() < 3 * EarlyFlush::kPiece; ++number) {
+    for (int number = 0; large.size() < kLarge; ++number) {
         large += std::to_string(number);
     }
     WriteFile(source, large);

@@ -2,7 +2,6 @@
 #include <vector>
 
 #include "runtime/files.h"
-#include "runtime/win32/early_flush.h"
 #include "runtime/win32/errors.h"
 #include "runtime/win32/handle.h"
 
@@ -13,8 +12,6 @@
 
 namespace swiftpatch {
 namespace {
-
-constexpr DWORD kBlock = 64 * 1024;
 
 /// One name for all copies in a folder: what a killed program has left is in the way of the next
 /// copy, which removes it.
@@ -64,54 +61,24 @@ DWORD ErrorOfWritingTo(const std::string& path) {
     return file ? ERROR_SUCCESS : ::GetLastError();
 }
 
-void CopyBytes(HANDLE from, HANDLE to, EarlyFlush& flush) {
-    std::string block(kBlock, '\0');
-    for (;;) {
-        DWORD count = 0;
-        if (!::ReadFile(from, block.data(), kBlock, &count, nullptr)) {
-            Fail(::GetLastError());
-        }
-        if (count == 0) {
-            return;
-        }
-        DWORD written = 0;
-        if (!::WriteFile(to, block.data(), count, &written, nullptr)) {
-            Fail(::GetLastError());
-        }
-        if (written != count) {
-            Fail(ERROR_DISK_FULL);
-        }
-        flush.Wrote(count);
-    }
+bool CreateEmpty(const char* path) {
+    return static_cast<bool>(Open(path, GENERIC_WRITE, CREATE_NEW));
 }
 
-/// A drive that keeps no times is no reason to fail.
-void CopyTime(HANDLE from, HANDLE to) {
-    FILETIME changed;
-    if (::GetFileTime(from, nullptr, nullptr, &changed)) {
-        ::SetFileTime(to, nullptr, nullptr, &changed);
-    }
-}
-
-/// Makes a file with the bytes and the time of another one and returns when it is on the disk:
-/// otherwise its later name could be there before its bytes. False when it cannot be made.
+/// Makes a whole copy and returns when it is on the disk: otherwise its later name could be there
+/// before its bytes. False when no file can be made at `target`, which is tried first because the
+/// copy itself does not tell which of the two files it failed at.
 bool CopyToDisk(const char* source, const char* target) {
-    const UniqueFile to = Open(target, GENERIC_WRITE, CREATE_NEW);
-    if (!to) {
+    if (!CreateEmpty(target)) {
         return false;
     }
-    const UniqueFile from = Open(source, GENERIC_READ, OPEN_EXISTING);
-    if (!from) {
+    if (!::CopyFileA(source, target, FALSE)) {
         Fail(::GetLastError());
     }
-    EarlyFlush flush(Open(target, GENERIC_WRITE, OPEN_EXISTING));
-    CopyBytes(from.Get(), to.Get(), flush);
-    const DWORD error = flush.Finish();
-    if (error != ERROR_SUCCESS) {
-        Fail(error);
-    }
-    CopyTime(from.Get(), to.Get());
-    if (!::FlushFileBuffers(to.Get())) {
+    // A read-only mark comes along, and nothing opens such a file to flush it.
+    ::SetFileAttributesA(target, FILE_ATTRIBUTE_NORMAL);
+    const UniqueFile copy = Open(target, GENERIC_WRITE, OPEN_EXISTING);
+    if (!copy || !::FlushFileBuffers(copy.Get())) {
         Fail(::GetLastError());
     }
     return true;

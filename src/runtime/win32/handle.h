@@ -50,9 +50,6 @@ struct FileTraits {
 struct FindTraits : FileTraits {
     static void Close(Handle handle) { ::FindClose(handle); }
 };
-struct KernelTraits : PointerTraits<HANDLE> {
-    static void Close(Handle handle) { ::CloseHandle(handle); }
-};
 struct KeyTraits : PointerTraits<HKEY> {
     static void Close(Handle handle) { ::RegCloseKey(handle); }
 };
@@ -73,8 +70,6 @@ struct InterfaceTraits : PointerTraits<T*> {
 
 using UniqueFile = UniqueHandle<FileTraits>;
 using UniqueFind = UniqueHandle<FindTraits>;
-using UniqueEvent = UniqueHandle<KernelTraits>;
-using UniqueThread = UniqueHandle<KernelTraits>;
 using UniqueKey = UniqueHandle<KeyTraits>;
 using UniqueWindow = UniqueHandle<WindowTraits>;
 using UniqueDevice = UniqueHandle<DeviceTraits>;
