@@ -85,7 +85,7 @@ public:
     /// What a screen reader calls a control that has no caption; fixed at design time.
     const char* AccessibleName = nullptr;
 
-    /// Repaints at once; a label that changes many times a second, a moment later. Does not pump.
+    /// Repaints at once. Does not pump.
     void Refresh();
 
     /// Puts the keyboard focus on the control: at once while its form is the active window, else

@@ -18,8 +18,8 @@ void DoEventsResting();
 /// until something comes. (It returns after fifty milliseconds all the same.)
 void DoEventsWaiting();
 
-/// For loops that yield thousands of times a second: as DoEvents, at most every fourth millisecond;
-/// in between it returns without a look at the queue.
+/// For loops that yield thousands of times a second: as DoEvents, every 4 to 16 milliseconds; in
+/// between it returns without a look at the queue.
 void DoEventsPaced();
 
 /// Ends the run at once: no further event procedure runs, no box stays.

@@ -5,7 +5,6 @@
 #include "runtime/win32/animation.h"
 #include "runtime/win32/control_windows.h"
 #include "runtime/win32/form_events.h"
-#include "runtime/win32/paint_pace.h"
 #include "runtime/win32/painting.h"
 #include "runtime/win32/taskbar.h"
 
@@ -38,7 +37,7 @@ void SetNumber(ControlPeer& peer, PropertyId id, std::int32_t value) {
     if (peer.control.Kind() == ComponentKind::kCheckBox) {
         ::SendMessageA(peer.window, BM_SETCHECK, static_cast<WPARAM>(value), 0);
     } else if (id == PropertyId::kValue) {
-        ShowChange(peer);
+        ::SendMessageA(peer.window, PBM_SETPOS, static_cast<WPARAM>(value), 0);
     } else {
         const auto& bar = static_cast<const ProgressBar&>(peer.control);
         ::SendMessageA(peer.window, PBM_SETRANGE32, static_cast<WPARAM>(bar.Min.Get()),
@@ -73,7 +72,7 @@ void SetControlProperty(ControlPeer& peer, PropertyId id, const PropertyValue& v
             break;  // Colours: the painting below.
     }
     if (peer.control.Kind() == ComponentKind::kLabel) {
-        ShowChange(peer);
+        LabelChanged(peer);
     }
 }
 

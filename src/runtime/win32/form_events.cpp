@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "runtime/events.h"
-#include "runtime/win32/paint_pace.h"
 #include "runtime/win32/painting.h"
 
 namespace swiftpatch {
@@ -46,10 +45,6 @@ void OnPressedLater(const FormPeer& form, HWND window) {
 void OnTimer(FormPeer& form, WPARAM id) {
     if (id == kBackColorTimer) {
         OnBackColorTimer(form);
-        return;
-    }
-    if (id == kLateChangesTimer) {
-        OnLateChangesTimer(form);
         return;
     }
     if (RunIsOver() || EventsAreHeld()) {

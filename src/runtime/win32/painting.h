@@ -25,7 +25,7 @@ void OnBackColorTimer(FormPeer& form);
 
 /// To be called when something of a label has changed: also what lies above it is painted anew.
 void LabelChanged(ControlPeer& label);
-/// Paints a label at once if it has changed and is not late. Costs next to nothing otherwise.
+/// Paints a label at once if it has changed. Costs next to nothing otherwise.
 void RefreshLabel(ControlPeer& label);
 
 // What controls answer themselves; empty leaves a message to the control's class.

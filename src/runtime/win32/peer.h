@@ -40,8 +40,6 @@ struct ControlPeer final : MemberPeer {
     UniqueFont ownFont;  ///< Where the control does not use the form's.
     UniqueInterface<IPicture> picture;
     bool changed = false;  ///< Something was set and has not been painted since.
-    bool late = false;     ///< Something was set that is to be shown a moment later.
-    DWORD shownAt = 0;     ///< The tick of the last change that was shown.
 };
 
 /// A timer's window is the form's, whose procedure is told.
@@ -80,7 +78,6 @@ struct FormPeer final : Peer {
     COLORREF brushColor = 0;
     bool backgroundStale = false;       ///< To be painted, and nothing has been painted since.
     COLORREF shownColor = CLR_INVALID;  ///< The last colour of the background that was painted.
-    bool late = false;                  ///< One of the controls is, and a timer runs.
     HWND focus = nullptr;  ///< What has the keyboard when the form is the active window again.
     std::unique_ptr<OthersDisabled> modal;
     std::vector<MemberPeer*> members;

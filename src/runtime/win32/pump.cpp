@@ -8,9 +8,7 @@
 
 #include "runtime/events.h"
 #include "runtime/runtime_error.h"
-#include "runtime/win32/fine_clock.h"
 #include "runtime/win32/keyboard.h"
-#include "runtime/win32/paint_pace.h"
 
 namespace swiftpatch {
 namespace {
@@ -22,11 +20,9 @@ constexpr DWORD kLongestFlood = 20;
 /// In milliseconds: so long may a message wait that no rest tells of.
 constexpr DWORD kLongestWithoutLook = 50;
 
-/// Between the looks of paced yields, in microseconds.
-constexpr LONGLONG kPace = 4000;
-
-/// So many paced yields come before the fine clock is asked, while the coarse one stands still.
-constexpr unsigned kCallsPerLook = 16;
+/// Between the looks of paced yields, in milliseconds. The clock's steps of up to 16 make it
+/// longer.
+constexpr DWORD kPace = 4;
 
 struct DoomedWindow {
     HWND window;
@@ -131,7 +127,6 @@ void RestAndPump(DWORD milliseconds) {
 }  // namespace
 
 void PumpWaiting() {
-    ShowLateChanges();
     if (!Pump()) {
         RestUntilMessage(INFINITE);
         Pump();
@@ -171,30 +166,14 @@ void DestroyLater(HWND window) { State().doomed.push_back({window, State().depth
 
 void DestroyAllNow() { DestroyDoomed(0); }
 
-void DoEvents() {
-    ShowLateChanges();
-    Pump();
-}
+void DoEvents() { Pump(); }
 
-void DoEventsResting() {
-    ShowLateChanges();
-    RestAndPump(1);
-}
+void DoEventsResting() { RestAndPump(1); }
 
 void DoEventsWaiting() { RestAndPump(kLongestWithoutLook); }
 
 void DoEventsPaced() {
-    // The coarse clock costs a hundredth of the fine one, which is therefore asked now and then.
-    static DWORD tick = 0;
-    static unsigned calls = 0;
-    if (::GetTickCount() == tick && ++calls % kCallsPerLook != 0) {
-        return;
-    }
-    tick = ::GetTickCount();
-    static LONGLONG last = 0;
-    const LONGLONG now = FineMicroseconds();
-    if (now < last || now - last >= kPace) {
-        last = now;
+    if (::GetTickCount() - State().lookedAt >= kPace) {
         Pump();
     }
 }
