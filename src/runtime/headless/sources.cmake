@@ -13,6 +13,7 @@ set(SWIFTPATCH_HEADLESS_SOURCES
     inet_transport.cpp
     msgbox.cpp
     network.cpp
+    os_version.cpp
     profile.cpp
     system.cpp
     trace.cpp

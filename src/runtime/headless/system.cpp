@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "runtime/headless/world.h"
-#include "runtime/os_version.h"
 #include "runtime/runtime_error.h"
 #include "runtime/strings.h"
 
@@ -74,23 +73,6 @@ bool VerQueryValueA(const std::vector<std::uint8_t>& buffer, const std::string& 
 void ShellExecuteA(const std::string& verb, const std::string& file, int showCommand) {
     TheWorld().disk.Operation("ShellExecute",
                               verb + " " + file + " " + std::to_string(showCommand));
-}
-
-bool GetVersionExA(OsVersionRecord& record) {
-    const OsVersionRecord& version = TheWorld().machine.version;
-    TheWorld().trace.Add("GetVersionEx " + std::to_string(record.recordSize));
-    if (record.recordSize > TheWorld().machine.largestVersionRecord) {
-        return false;
-    }
-    constexpr std::uint32_t kExtendedRecord = 156;
-    const std::uint32_t size = record.recordSize;
-    record = version;
-    record.recordSize = size;
-    if (size < kExtendedRecord) {
-        record.servicePackMajor = record.servicePackMinor = record.suiteMask = 0;
-        record.productType = 0;
-    }
-    return true;
 }
 
 bool InternetGetConnectedStateExA(std::uint32_t& flags, std::string& name) {
