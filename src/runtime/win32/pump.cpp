@@ -10,19 +10,26 @@
 #include "runtime/runtime_error.h"
 #include "runtime/win32/keyboard.h"
 
+// Everything that happens, happens inside Pump: it takes messages from the thread's queue until
+// none is left, and whatever they set off runs here, on the one thread that there is. It nests: an
+// event procedure that waits pumps again.
+//
+// So a window must not go while a message to it is still on the stack: it is only marked, and goes
+// when the pump that took that message has handled it. An exception must not cross the system's
+// code, which lies between a pump and the procedures that it calls: Guarded stores it there, and
+// the pump throws it again. And the end of the run has to get past every loop on the stack:
+// EndProgram leaves ours, WM_QUIT leaves the system's (message boxes, menus), and a pump that takes
+// WM_QUIT posts it again for those below.
+//
+// The state lives as long as the process. The usual loop around GetMessage will not do: it returns
+// only when the program ends, and here whoever pumps has work to go on with.
+
 namespace swiftpatch {
 namespace {
 
 /// For this long a pump goes on with messages that came after it began, so that a flood of them
 /// cannot keep it for ever.
 constexpr DWORD kLongestFlood = 20;
-
-/// In milliseconds: so long may a message wait that no rest tells of.
-constexpr DWORD kLongestWithoutLook = 50;
-
-/// Between the looks of paced yields, in milliseconds. The clock's steps of up to 16 make it
-/// longer.
-constexpr DWORD kPace = 4;
 
 struct DoomedWindow {
     HWND window;
@@ -66,15 +73,9 @@ void DestroyDoomed(int depth) {
     }
 }
 
-void MarkOver() {
-    State().over = true;
-    // Leaves the loops of the system as well: message boxes, menus, the moving of a window.
-    ::PostQuitMessage(0);
-}
-
 void Handle(MSG& message) {
     if (message.message == WM_QUIT) {
-        MarkOver();
+        EndRunAtNextPump();
     } else if (!HandleKey(message)) {
         ::TranslateMessage(&message);
         ::DispatchMessageA(&message);
@@ -87,7 +88,8 @@ bool CameAfter(const MSG& message, DWORD start) {
     return static_cast<LONG>(message.time - start) > 0;
 }
 
-/// The one pump. Returns whether anything was waiting.
+}  // namespace
+
 bool Pump() {
     assert(::GetCurrentThreadId() == State().thread);
     const Pumping pumping;
@@ -108,27 +110,11 @@ bool Pump() {
     return any;
 }
 
-bool RestUntilMessage(DWORD milliseconds) {
-    return ::MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds, QS_ALLINPUT) !=
-           WAIT_TIMEOUT;
-}
-
-/// For loops that come back at once. They rest first, because a look that finds nothing costs as
-/// much as the rest, and whatever came since the last look ends the rest. What a loop of the
-/// system's own looked at and left does not, so there is a look now and then all the same.
-void RestAndPump(DWORD milliseconds) {
-    ThrowIfOver();
-    if (RestUntilMessage(milliseconds) ||
-        ::GetTickCount() - State().lookedAt >= kLongestWithoutLook) {
-        Pump();
-    }
-}
-
-}  // namespace
+DWORD MillisecondsSinceLook() { return ::GetTickCount() - State().lookedAt; }
 
 void PumpWaiting() {
     if (!Pump()) {
-        RestUntilMessage(INFINITE);
+        ::WaitMessage();
         Pump();
     }
 }
@@ -137,12 +123,12 @@ LRESULT Guarded(const std::function<LRESULT()>& procedure) noexcept {
     try {
         return procedure();
     } catch (const EndProgram&) {
-        MarkOver();
+        EndRunAtNextPump();
     } catch (...) {
         if (!State().stored) {
             State().stored = std::current_exception();
         }
-        MarkOver();
+        EndRunAtNextPump();
     }
     return 0;
 }
@@ -166,25 +152,12 @@ void DestroyLater(HWND window) { State().doomed.push_back({window, State().depth
 
 void DestroyAllNow() { DestroyDoomed(0); }
 
-void DoEvents() { Pump(); }
-
-void DoEventsResting() { RestAndPump(1); }
-
-void DoEventsWaiting() { RestAndPump(kLongestWithoutLook); }
-
-void DoEventsPaced() {
-    if (::GetTickCount() - State().lookedAt >= kPace) {
-        Pump();
-    }
-}
-
-void End() {
-    MarkOver();
-    throw EndProgram();
-}
-
 bool RunIsOver() { return State().over; }
 
-void EndRunAtNextPump() { MarkOver(); }
+void EndRunAtNextPump() {
+    State().over = true;
+    // Leaves the loops of the system as well: message boxes, menus, the moving of a window.
+    ::PostQuitMessage(0);
+}
 
 }  // namespace swiftpatch

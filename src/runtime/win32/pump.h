@@ -6,6 +6,13 @@
 
 namespace swiftpatch {
 
+/// The one pump: handles what is waiting, and says whether anything was. Goes on with messages that
+/// come meanwhile for a moment only. Throws as DoEvents does.
+bool Pump();
+
+/// Since the last pump began.
+DWORD MillisecondsSinceLook();
+
 /// Handles what is waiting; where nothing is, first rests until something comes, however long that
 /// takes. Throws as DoEvents does.
 void PumpWaiting();
