@@ -36,7 +36,7 @@ frmLog::frmLog()
     : Form("frmLog", LogDesign()),
       txtLogFile(*this, 401, "txtLogFile"),
       cmdMain(*this, 402, "cmdMain") {
-    txtLogFile.Place({8, 8, 328, 216}, {.fixedPitch = true, .multiLine = true, .anyLength = true});
+    txtLogFile.Place({8, 8, 328, 216}, {.fixedPitch = true, .multiLine = true});
     txtLogFile.AccessibleName = "Error log";
     cmdMain.Place({290, 231, 46, 14});
     cmdMain.Caption.Design("Main");

@@ -45,7 +45,6 @@ struct Look {
     bool centered = false;
     bool mnemonics = false;  ///< Labels: "&&" is shown as "&"; otherwise text shows as it stands.
     bool multiLine = false;  ///< Text boxes: several lines, read-only, both scroll bars.
-    bool anyLength = false;  ///< The same, at once with a text of any length; fixed pitch only.
 };
 
 /// A timer: raises Elapsed every Interval milliseconds while Enabled. A notification that was
@@ -118,6 +117,7 @@ class TextBox : public Control {
 public:
     TextBox(Form& form, int id, std::string name);
 
+    /// Shown from its end where the platform's box cannot hold all of it.
     Property<std::string> Text;
 };
 

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
+#include "runtime/internal/text_tail.h"
 #include "runtime/win32/animation.h"
 #include "runtime/win32/control_windows.h"
 #include "runtime/win32/form_events.h"
+#include "runtime/win32/nt_family.h"
 #include "runtime/win32/painting.h"
 #include "runtime/win32/taskbar.h"
 
@@ -12,10 +14,17 @@ namespace swiftpatch {
 namespace {
 
 /// A window's text ends at its first NUL; blanks keep what comes after it.
-void SetText(HWND window, const PropertyValue& value) {
-    std::string text(std::get<std::string_view>(value));
+void SetText(HWND window, std::string_view shown) {
+    std::string text(shown);
     std::replace(text.begin(), text.end(), '\0', ' ');
     ::SetWindowTextA(window, text.c_str());
+}
+
+/// A box takes up to 64 KiB there, some of which it may need for itself. What has been written last
+/// is at the end of a text.
+std::string_view WhatABoxHolds(std::string_view text) {
+    constexpr std::size_t kMostOnWindows95 = 60 * 1024;
+    return IsNtFamily() ? text : TextTail(text, kMostOnWindows95);
 }
 
 void SetVisible(const ControlPeer& peer, bool visible) {
@@ -48,8 +57,10 @@ void SetNumber(ControlPeer& peer, PropertyId id, std::int32_t value) {
 void SetControlProperty(ControlPeer& peer, PropertyId id, const PropertyValue& value) {
     switch (id) {
         case PropertyId::kCaption:
+            SetText(peer.window, std::get<std::string_view>(value));
+            break;
         case PropertyId::kText:
-            SetText(peer.window, value);
+            SetText(peer.window, WhatABoxHolds(std::get<std::string_view>(value)));
             break;
         case PropertyId::kVisible:
             SetVisible(peer, std::get<bool>(value));
@@ -88,7 +99,7 @@ void ShowPointer(const FormPeer& peer) {
 void SetFormProperty(FormPeer& peer, PropertyId id, const PropertyValue& value) {
     switch (id) {
         case PropertyId::kCaption:
-            SetText(peer.window, value);
+            SetText(peer.window, std::get<std::string_view>(value));
             break;
         case PropertyId::kBackColor:
             BackColorChanged(peer);

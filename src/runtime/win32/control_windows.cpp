@@ -4,7 +4,6 @@
 #include "runtime/win32/accessibility.h"
 #include "runtime/win32/fonts.h"
 #include "runtime/win32/picture.h"
-#include "runtime/win32/text_view.h"
 
 namespace swiftpatch {
 namespace {
@@ -20,18 +19,15 @@ DWORD ButtonStyle(const CommandButton& button) {
     return static_cast<DWORD>(button.Default ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON);
 }
 
-WindowKind KindOfTextBox(const Look& look) {
+DWORD TextBoxStyle(const Look& look) {
     constexpr DWORD kLines = ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | WS_VSCROLL | WS_HSCROLL;
-    if (look.anyLength) {
-        return {TextViewClass(), WS_TABSTOP | WS_VSCROLL | WS_HSCROLL, WS_EX_CLIENTEDGE};
-    }
-    return {"EDIT", WS_TABSTOP | ES_AUTOHSCROLL | (look.multiLine ? kLines : 0U), WS_EX_CLIENTEDGE};
+    return ES_AUTOHSCROLL | (look.multiLine ? kLines : 0U);
 }
 
 WindowKind KindOf(const Control& control) {
     switch (control.Kind()) {
         case ComponentKind::kTextBox:
-            return KindOfTextBox(control.DesignLook());
+            return {"EDIT", WS_TABSTOP | TextBoxStyle(control.DesignLook()), WS_EX_CLIENTEDGE};
         case ComponentKind::kCommandButton:
             return {"BUTTON", WS_TABSTOP | ButtonStyle(static_cast<const CommandButton&>(control)),
                     0};

@@ -4,6 +4,7 @@
 #include "runtime/files.h"
 #include "runtime/win32/errors.h"
 #include "runtime/win32/handle.h"
+#include "runtime/win32/nt_family.h"
 
 // A copy is made beside the target and moved over it in one step, so that whatever ends the program
 // or the machine meanwhile leaves the old file or the new one. Where that cannot be done, because
@@ -108,18 +109,11 @@ bool TakeOver(const std::string& from, const char* path) {
     return ::SetFileAttributesA(path, ::GetFileAttributesA(from.c_str())) != FALSE;
 }
 
-/// Windows 95, 98 and ME cannot, and would need room for a copy that comes to nothing.
-bool SystemMovesOverFiles() {
-    OSVERSIONINFOA version{};
-    version.dwOSVersionInfoSize = sizeof(version);
-    return ::GetVersionExA(&version) && version.dwPlatformId == VER_PLATFORM_WIN32_NT;
-}
-
 /// Makes the finished file beside the target and moves it there; false when it has to be copied
 /// directly. Raises what the copying itself ends with.
 bool CopyAndMove(const std::string& source, const std::string& target) {
-    if (!SystemMovesOverFiles()) {
-        return false;
+    if (!IsNtFamily()) {
+        return false;  // It would need room for a copy that comes to nothing.
     }
     const Unfinished copy(BesideFile(target));
     if (!CopyToDisk(source.c_str(), copy.Path())) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "runtime/win32/nt_family.h"
 #include "runtime/win32/win32.h"
 
 namespace swiftpatch {
@@ -22,6 +23,12 @@ bool GetVersionExA(OsVersionRecord& record) {
     record.suiteMask = version.wSuiteMask;
     record.productType = version.wProductType;
     return true;
+}
+
+bool IsNtFamily() {
+    OSVERSIONINFOA version{};
+    version.dwOSVersionInfoSize = sizeof(version);
+    return ::GetVersionExA(&version) && version.dwPlatformId == VER_PLATFORM_WIN32_NT;
 }
 
 }  // namespace swiftpatch
