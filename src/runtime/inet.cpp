@@ -1,7 +1,6 @@
 #include "runtime/inet.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
 
 #include "runtime/clock.h"
@@ -147,7 +146,7 @@ void Inet::Accept(Bytes block) {
 void Inet::EndBody() {
     const std::string length = GetHeader("Content-Length");
     const bool counted = IsNumeric(length) && GetHeader("Transfer-Encoding").empty();
-    if (counted && static_cast<double>(came_) < std::strtod(length.c_str(), nullptr)) {
+    if (counted && static_cast<double>(came_) < ToDouble(length)) {
         FailWith(error_number::kRequestTimedOut);
         return;
     }

@@ -11,6 +11,11 @@ namespace swiftpatch {
 /// blanks around it or none.
 bool IsNumeric(std::string_view text);
 
+/// A numeric text as the nearest number of double precision; places behind the sixtieth binary one
+/// do not count, and of a number of 2^53 or more only that it is so large. Raises error 13 for a
+/// text that is not numeric.
+double ToDouble(std::string_view text);
+
 /// A numeric text as a 32-bit number, fractions rounded to the nearest, halves to even. Raises
 /// error 13 for a text that is not numeric, 6 for a number that 32 signed bits cannot hold.
 std::int32_t ToLong(std::string_view text);
