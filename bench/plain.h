@@ -14,7 +14,6 @@ bool ReadInBlocks(const Arguments& arguments);
 /// URL FILE: the platform's own download in one call.
 bool Fetch(const Arguments& arguments);
 /// SOURCE TARGET SOURCE TARGET
-bool CopyTwice(const Arguments& arguments);
 bool CopyTwiceAndFlush(const Arguments& arguments);
 /// FILE: read, and set once as the text of an edit control.
 bool ShowLog(const Arguments& arguments);

@@ -29,10 +29,6 @@ std::string ReadAll(const std::wstring& path) {
 
 }  // namespace
 
-bool CopyTwice(const Arguments& arguments) {
-    return Copy(arguments.at(0), arguments.at(1)) && Copy(arguments.at(2), arguments.at(3));
-}
-
 bool CopyTwiceAndFlush(const Arguments& arguments) {
     return Copy(arguments.at(0), arguments.at(1)) && Flush(arguments.at(1)) &&
            Copy(arguments.at(2), arguments.at(3)) && Flush(arguments.at(3));

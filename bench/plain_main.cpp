@@ -1,7 +1,7 @@
 // The measure of all things: each of what the updater does, in the plainest way that the platform
 // offers, and what that takes.
 //
-// usage: bench_plain RESULT read|fetch|copy|copy-flush|log|windows ARGUMENT...
+// usage: bench_plain RESULT read|fetch|copy|log|windows ARGUMENT...
 //
 // Writes two numbers into the file RESULT: seconds by the clock, and of a processor. Ends with 0
 // when all went well.
@@ -41,10 +41,11 @@ bool MeasureInto(const wchar_t* result, bool (*what)(const Arguments&),
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
-    const std::map<std::wstring, bool (*)(const Arguments&)> known{
-        {L"read", ReadInBlocks}, {L"fetch", Fetch},
-        {L"copy", CopyTwice},    {L"copy-flush", CopyTwiceAndFlush},
-        {L"log", ShowLog},       {L"windows", ShowWindows}};
+    const std::map<std::wstring, bool (*)(const Arguments&)> known{{L"read", ReadInBlocks},
+                                                                   {L"fetch", Fetch},
+                                                                   {L"copy", CopyTwiceAndFlush},
+                                                                   {L"log", ShowLog},
+                                                                   {L"windows", ShowWindows}};
     const auto found = argc < 3 ? known.end() : known.find(argv[2]);
     if (found == known.end()) {
         return 2;
