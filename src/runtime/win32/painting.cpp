@@ -5,6 +5,20 @@
 #include "runtime/win32/canvas.h"
 #include "runtime/win32/colors.h"
 
+// A form's background is painted several times: on the form itself, and again behind each control
+// that one can look through. A child window cannot be transparent here, so a label paints what lies
+// under it (the form, then the labels that come before it) into its own window first. The system's
+// static control will not do: it erases before it paints, paints at once with every change of its
+// text, and shows the form's plain colour behind the letters.
+//
+// What is painted is put together in a picture in memory, which lives for one WM_PAINT (Canvas),
+// and reaches the screen in one piece. A form keeps one brush, for the controls of the system's
+// that ask for a colour; it lives until the colour is another one.
+//
+// A new background invalidates nine windows, and the splash window's fade sets hundreds: so a
+// colour that is close to the one on the screen waits for a moment on a timer of the form's, and
+// the next one usually replaces it. All of this happens on the one thread, in the pumps.
+
 namespace swiftpatch {
 namespace {
 
