@@ -28,7 +28,7 @@ void frmSplash1::Form_Load() {
     }
     try {
         tmrUnload.Enabled = false;
-        Show();  // The loading that follows is to be seen.
+        Show();  // So that the loading can be watched.
         DoEvents();
         topMost_ = SetTopMost(Handle(), kTrue);
         PaintSplashBackground(*this);

@@ -25,8 +25,8 @@ std::string ReadServerDownloadPath() {
     if (!value.ends_with('/')) {
         value += '/';
     }
-    // Only after the "/": a value that repeats its own key in lower case in front of the folder
-    // still yields the bare folder with its trailing "/".
+    // Only now that the "/" is there: a value that repeats its own key in lower case in front of
+    // the folder still gives the bare folder with its trailing "/".
     return Replace(value, "serverdownloadpath=", "");
 }
 

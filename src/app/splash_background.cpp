@@ -12,9 +12,9 @@ namespace {
 
 constexpr int kLevels = 255;
 constexpr int kBoxSize = 840;
-constexpr int kAnyWidth = 16384;  // In pixels, of which a high resolution has more.
+constexpr int kAnyWidth = 16384;  // Pixels: more than any screen has.
 
-/// How bright the scheme's colour is at the top of the window; it gets darker downwards.
+/// A scheme's colour at the top of the window; it gets darker downwards.
 struct Scheme {
     int red;
     int green;
@@ -52,7 +52,7 @@ void PaintSplashBackground(Form& form) {
     FadeToBlack(form);
     SetUpDrawing(form);
     if (HighContrast()) {
-        return;  // White on black it is to stay.
+        return;  // It stays white on black.
     }
     const auto second = static_cast<std::size_t>(PartsOf(Now()).second);
     PaintScheme(form, kSchemes[second % kSchemes.size()]);

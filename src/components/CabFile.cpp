@@ -16,12 +16,12 @@ namespace {
 
 constexpr const char* kSource = "CabFile";
 
-// The component's own errors: numbers from the base of the object errors on.
+// The component's own errors, numbered from the base of the object errors.
 constexpr std::uint32_t kObjectError = 0x80040000U;
 constexpr auto kNoCabName = static_cast<std::int32_t>(kObjectError + 1956);
 constexpr auto kWalkUnderWay = static_cast<std::int32_t>(kObjectError + 1957);
 
-// The platform's numbers for what can go wrong with a single file.
+// The system's numbers for what can go wrong with a single file.
 constexpr std::int32_t kPathNotFound = 3;   // ERROR_PATH_NOT_FOUND
 constexpr std::int32_t kCannotMake = 82;    // ERROR_CANNOT_MAKE
 constexpr std::int32_t kNameTooLong = 111;  // ERROR_BUFFER_OVERFLOW
@@ -60,8 +60,8 @@ std::string TimeText(DateTime time) {
            ZeroPadded(parts.minute, 2) + ":" + ZeroPadded(parts.second, 2);
 }
 
-/// Raises an event that may have no listener. A copy is called, because a listener may set the
-/// event anew.
+/// Raises an event that may have no listener. A copy is called, because the listener may replace
+/// itself.
 template <class Event, class... Arguments>
 void Raise(Event event, Arguments&&... arguments) {
     if (event) {
@@ -146,7 +146,7 @@ std::uint32_t CabFile::LeaveOut(std::int32_t error) {
 
 bool CabFile::MakeFolderOf(const std::string& target) {
     const std::string folder = target.substr(0, target.rfind('\\'));
-    // Most files lie beside the one before.
+    // Most files belong into the same folder as the file before.
     if (folder == folderMade_ || folder.empty()) {
         return true;
     }

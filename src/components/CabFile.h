@@ -23,11 +23,12 @@ struct CabFileInfo {
 
 /// Counts, extracts and describes the files of one cabinet.
 ///
-/// All methods but the events pump nothing and raise errors with the source "CabFile" (GetInfo
-/// "CabFile.GetInfo", GetXML "CabFile.GetXML" once the cabinet is being read):
+/// No method pumps, unless a listener of an event does. Errors are raised with the source "CabFile"
+/// (from GetInfo "CabFile.GetInfo" and from GetXML "CabFile.GetXML" once the cabinet is being
+/// read):
 ///   - 0x800407A4 when CabName is empty;
 ///   - 0x800407A5 when called from inside an event of a walk that is under way;
-///   - the platform's last error after a walk that failed, with its text (SystemErrorText).
+///   - the system's last error after a walk that failed, with its text (SystemErrorText).
 /// An error that a listener of an event raises ends the walk and is passed on as it is.
 class CabFile {
 public:
@@ -65,7 +66,8 @@ public:
     /// A description of the cabinet as XML. Nothing is escaped.
     std::string GetXML();
 
-    // What CabCallBack has done with a file of a walk, one for each mode.
+    // For CabCallBack: what is done with each file of a walk, one function for each mode, and what
+    // is done after a file has been extracted.
     std::uint32_t CountFile();
     std::uint32_t ExtractFile(FileInCabinetInfoA& file);
     std::uint32_t DescribeFile(const FileInCabinetInfoA& file);

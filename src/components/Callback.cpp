@@ -9,12 +9,12 @@ namespace swiftpatch {
 namespace {
 
 constexpr std::uint32_t kNothing = 0;
-/// The platform's ERROR_CANCELLED: any number but 0 ends a walk after an extracted file.
+/// The system's ERROR_CANCELLED: any number but 0 ends a walk after an extracted file.
 constexpr std::uint32_t kCancelled = 1223;
 
 CabRegistration* registered = nullptr;
 
-/// The record that a notification comes with. The platform hands its address over as a number.
+/// The record that a notification comes with. The system hands its address over as a number.
 template <class Record>
 Record& RecordAt(std::uintptr_t address) {
     return *reinterpret_cast<Record*>(address);  // NOLINT(performance-no-int-to-ptr)

@@ -10,7 +10,7 @@ namespace swiftpatch {
 namespace {
 
 constexpr std::string_view kSeparators = "\\/";
-/// What the platform allows in no name. ":" would open a stream of the file or name a drive.
+/// What the system allows in no name. ":" would open a stream of the file or name a drive.
 constexpr std::string_view kForbidden = "<>:\"|?*";
 constexpr unsigned char kDelete = 0x7F;
 
@@ -19,8 +19,8 @@ bool IsForbidden(char character) {
     return code < ' ' || code == kDelete || kForbidden.find(character) != std::string_view::npos;
 }
 
-/// The digits of serial and printer ports. The platform takes the raised ones of its Western code
-/// page, too.
+/// The digits of serial and printer ports. The system also takes the superscript digits of its
+/// Western code page.
 bool IsPortDigit(char character) {
     constexpr std::string_view kDigits = "0123456789\xB9\xB2\xB3";
     return kDigits.find(character) != std::string_view::npos;
@@ -40,7 +40,7 @@ bool IsDevice(std::string_view part) {
                        [base](std::string_view device) { return EqualWithoutCase(base, device); });
 }
 
-/// The name that the platform would give the folder or file; empty when there is no safe one.
+/// The name that the system would give the folder or file; empty when there is no safe one.
 std::string_view PlainName(std::string_view part) {
     if (std::any_of(part.begin(), part.end(), IsForbidden)) {
         return {};

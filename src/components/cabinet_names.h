@@ -16,10 +16,11 @@ std::string_view FolderPart(std::string_view nameInCabinet);
 /// without regard to case.
 bool IsWanted(std::string_view nameInCabinet, std::string_view wanted);
 
-/// Where a file of a cabinet belongs under the folder `output`. A cabinet may come from anywhere:
-/// empty for a name that is absolute, that climbs ("..") or that the platform takes for anything
-/// else than a plain file or folder (drives, devices, streams, wildcards, control characters).
-/// Dots and blanks at the end of a folder's or file's name are dropped, as the platform does.
+/// Where a file of a cabinet belongs under the folder `output`. A cabinet may come from anywhere,
+/// so there is no place for a name that is absolute, that climbs ("..") or that the system takes
+/// for anything but a plain file or folder (drives, devices, streams, wildcards, control
+/// characters).
+/// Dots and blanks at the end of a folder's or file's name are dropped, as the system does.
 std::optional<std::string> PathUnder(std::string_view output, std::string_view nameInCabinet);
 
 }  // namespace swiftpatch

@@ -6,7 +6,7 @@
 namespace swiftpatch {
 
 /// Reads and writes keys of one INI file (sections in square brackets, key=value lines) through the
-/// platform's private-profile functions. Remembers the file's path and nothing else; keeps no file
+/// system's private-profile functions. Remembers the file's path and nothing else; keeps no file
 /// open. No operation reports an error: a missing file or section reads as the default, a failed
 /// write is silent.
 class clsIniFile {

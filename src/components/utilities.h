@@ -11,7 +11,7 @@
 
 namespace swiftpatch {
 
-/// A Boolean of 16 bits as the platform's automation has it (VARIANT_BOOL): True is all bits set.
+/// A Boolean of 16 bits as the system's automation has it (VARIANT_BOOL): True is all bits set.
 using VariantBool = std::int16_t;
 inline constexpr VariantBool kTrue = -1;
 inline constexpr VariantBool kFalse = 0;
@@ -29,7 +29,7 @@ std::string GetWindowsDir();
 std::string GetSystemDir();
 
 /// Puts a window above all windows that are not topmost, or back among them, without moving or
-/// sizing it. Only kTrue switches on; every other value switches off. Returns the platform's
+/// sizing it. Only kTrue switches on; every other value switches off. Returns the system's
 /// result of switching on, and always 0 for switching off: a caller cannot tell a successful
 /// switch-off from a failed one, deliberately.
 std::int32_t SetTopMost(WindowHandle window, const VariantBool& flag);

@@ -72,7 +72,7 @@ void frmLog::cmdMain_Click() {
 }
 
 void frmLog::Form_Unload() {
-    // Closed by its caption: one of the two windows has to be there.
+    // Closed by its caption, the viewer leaves no window behind: the main window is hidden.
     if (frmSwiftPatch::Instance.Exists() && !frmSwiftPatch::Instance.Get().Visible()) {
         frmSwiftPatch::Instance.Get().Show();
     }

@@ -29,8 +29,8 @@ std::string InstalledVersion() {
 }  // namespace
 
 void frmSwiftPatch::cmdInstall_Click() {
-    // The install yields while the program is being closed. Pressed again then, it would end with a
-    // backup of the new build in place of the old one.
+    // The install yields while the program is being closed. A second press during that would back
+    // up the new build in place of the old one.
     if (installing_) {
         return;
     }

@@ -67,7 +67,8 @@ void ClassPass(Search& search) {
         if (!search.found) {
             search = {owner, true};
         }
-        // To every match and before the user is asked, deliberately; to the window, not its owner.
+        // Sent to every match, before the user is asked and to the window rather than its owner:
+        // all three deliberately.
         SendMessageA(window, kWmSysCommand, kCloseCommand, 0);
     }
 }

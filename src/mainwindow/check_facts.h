@@ -27,7 +27,7 @@ struct CheckFacts {
     std::string stagedProductVersion;
     std::string installedProductVersion;
 
-    /// The staged build is missing or at least one minute older than the server's.
+    /// True when the staged build is missing or at least one minute older than the server's.
     bool DownloadNeeded() const { return !stagedDate || ageGap > 0; }
     /// By how much the staged build is smaller than the installed program; 0 without a staged one.
     std::int64_t SizeGap() const;

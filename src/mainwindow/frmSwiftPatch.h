@@ -18,7 +18,7 @@ namespace swiftpatch {
 /// What the transfer under way is for.
 enum class DownloadMode : std::int16_t { kNone = 0, kBuild = 1, kAnimation = 2 };
 
-/// What error_Message is handed as its message; other numbers count as a text.
+/// What kind of message error_Message is handed; other numbers count as a text.
 namespace message_style {
 inline constexpr std::int16_t kText = 0;
 inline constexpr std::int16_t kProgramName = 1;  ///< Of a program that has to be closed.
@@ -65,7 +65,8 @@ public:
     void ShowComparisonOutcome(std::int16_t result, const std::string& name);
     /// Pumps.
     void HideBusyDisplay();
-    /// To be called where a stage leaves the next step to the user: puts the keyboard on it.
+    /// Puts the keyboard on the button of the next step. To be called where a stage leaves that
+    /// step to the user.
     void FocusNextStep();
 
     // net/

@@ -10,7 +10,7 @@ class frmSwiftPatch;
 /// What the comparison of an installed program with the build on offer can find.
 namespace comparison {
 inline constexpr std::int16_t kNamedFileMissing = -3;
-inline constexpr std::int16_t kBadName = -1;  ///< Has a report, though nothing finds it.
+inline constexpr std::int16_t kBadName = -1;  ///< Has a report, although no comparison returns it.
 inline constexpr std::int16_t kNothingOffered = 0;
 inline constexpr std::int16_t kNothingNewer = 1;
 inline constexpr std::int16_t kNewerOffered = 2;

@@ -72,7 +72,7 @@ void frmSwiftPatch::ReceiveBody() {
             return;
         }
     } catch (const RuntimeError&) {
-        // The part that came stays on disk; closed, so that the next attempt can replace it.
+        // The part that came stays on the disk, closed so that the next attempt can replace it.
         CloseFile(file);
         throw;
     }

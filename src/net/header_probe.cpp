@@ -48,13 +48,13 @@ std::int32_t SizeFromHeader(const std::string& header) {
 std::string DateFromHeader(const std::string& header) {
     const std::string zoneless = Replace(header, " GMT", "");
     const std::size_t found = zoneless.find(", ");
-    // Position 0 when ", " is absent: the first character goes then, and an empty text asks for
-    // fewer than none.
+    // Position 0 when ", " is absent: the first character is then dropped, and an empty text makes
+    // the count negative, which is error 5.
     const auto position =
         found == std::string::npos ? std::int64_t{0} : static_cast<std::int64_t>(found) + 1;
     const std::string text =
         Right(zoneless, static_cast<std::int64_t>(zoneless.size()) - position - 1);
-    // A date is handed on as the server wrote it, not in a form of our own: the check reads that.
+    // The date stays as the server wrote it: the check reads that text again.
     return ParseDateTime(text) ? text : kUnknownDate;
 }
 

@@ -32,7 +32,8 @@ bool check_internet_connectivity(frmSwiftPatch& window, const std::string& url) 
     try {
         result = SystemIsConnected();
         const std::int32_t size = result ? GetHTTPFileSize(window, url) : 0;
-        // Without a connection too; the answer cannot turn the result to True. Deliberate.
+        // The licence is asked for without a connection too, deliberately; its answer cannot turn
+        // the result to True.
         if (size < kPlausibleBuild &&
             GetHTTPFileSize(window, Replace(url, kStagedBuild, kLicenceText)) < kPlausibleLicence) {
             result = false;

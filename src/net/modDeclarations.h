@@ -7,9 +7,9 @@ namespace swiftpatch {
 
 class frmSwiftPatch;
 
-/// From so many bytes on a build shows by itself that the server is there.
+/// A build of at least this many bytes shows by itself that the server is there.
 inline constexpr std::int32_t kPlausibleBuild = 200000;
-/// For a smaller build the licence text beside it has to show that; from so many bytes on it does.
+/// For a smaller build the licence text beside it has to show that, with at least this many bytes.
 inline constexpr std::int32_t kPlausibleLicence = 4000;
 
 /// True when the update server answers with plausible files: the system reports a connection and

@@ -8,7 +8,7 @@
 
 namespace swiftpatch {
 
-/// What the platform says about a file in a cabinet (FILE_IN_CABINET_INFO_A, in its layout).
+/// What the system says about a file in a cabinet (FILE_IN_CABINET_INFO_A, in its layout).
 struct FileInCabinetInfoA {
     const char* nameInCabinet;
     std::uint32_t fileSize;
@@ -42,21 +42,21 @@ inline constexpr std::uint32_t kExtract = 1;
 inline constexpr std::uint32_t kSkip = 2;
 }  // namespace cabinet_answer
 
-/// Receives the notifications of a walk. It must not throw: the platform's own code lies between
+/// Receives the notifications of a walk. It must not throw: the system's own code lies between
 /// it and the caller of the walk.
 using CabinetCallback = std::uint32_t (*)(void* context, std::uint32_t notification,
                                           std::uintptr_t param1, std::uintptr_t param2) noexcept;
 
-/// Walks through a cabinet (the platform's function of this name). Every notification is handed
+/// Walks through a cabinet (the system's function of this name). Every notification is handed
 /// to `callback` with `context`. False when the walk failed or an answer ended it; `lastError` is
-/// the platform's last error then, ERROR_INVALID_DATA where it left none. A walk that stopped early
-/// although the platform says that it went well has failed, too; so has one that lacks the next
-/// cabinet of a set (ERROR_FILE_NOT_FOUND). A machine without the platform's library
+/// the system's last error then, ERROR_INVALID_DATA where it left none. A walk that stopped early
+/// although the system says that it went well has failed, too; so has one that lacks the next
+/// cabinet of a set (ERROR_FILE_NOT_FOUND). A machine without the system's library
 /// for cabinets fails every walk.
 bool SetupIterateCabinetA(const std::string& cabinet, CabinetCallback callback, void* context,
                           std::uint32_t& lastError);
 
-/// A date and time as a cabinet stores them, through the platform's DosDateTimeToFileTime,
+/// A date and time as a cabinet stores them, through the system's DosDateTimeToFileTime,
 /// FileTimeToLocalFileTime and FileTimeToSystemTime. Empty when they name no date.
 std::optional<DateTime> FromDosDateTime(std::uint16_t date, std::uint16_t time);
 

@@ -11,7 +11,7 @@ namespace swiftpatch {
 
 class Form;
 
-/// A colour: 0x00BBGGRR, or 0x80000000 plus the index of a system colour (the platform's
+/// A colour: 0x00BBGGRR, or 0x80000000 plus the index of a system colour (the system's
 /// COLORREF and COLOR_xxx numbers).
 enum class Color : std::uint32_t {
     kBlack = 0x00000000U,
@@ -29,7 +29,7 @@ enum class BackStyle { kTransparent = 0, kOpaque = 1 };
 enum class CheckState { kUnchecked = 0, kChecked = 1, kGrayed = 2 };
 
 /// Place on the form, or in the frame that holds the control, in dialog units of the form's font
-/// (the platform's DLU: a quarter of the average character's width, an eighth of its height), so
+/// (the system's DLU: a quarter of the average character's width, an eighth of its height), so
 /// that no text is ever cut off when the font or the resolution changes.
 struct Rect {
     int left = 0;

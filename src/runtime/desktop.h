@@ -8,7 +8,7 @@
 
 namespace swiftpatch {
 
-// The desktop's windows, those of other programs included. The functions are the platform's of
+// The desktop's windows, those of other programs included. The functions are the system's of
 // the same names; none raises an error.
 
 /// Calls `callback` for each top-level window from the top down, until it returns false.
@@ -30,7 +30,7 @@ WindowHandle GetParent(WindowHandle window);
 std::int32_t SendMessageA(WindowHandle window, std::uint32_t message, std::uint32_t wParam,
                           std::int32_t lParam);
 
-/// Places a window; `insertAfter`, `flags` and the result are the platform's.
+/// Places a window; `insertAfter`, `flags` and the result are the system's.
 std::int32_t SetWindowPos(WindowHandle window, WindowHandle insertAfter, int x, int y, int width,
                           int height, std::uint32_t flags);
 

@@ -4,8 +4,8 @@
 
 namespace swiftpatch {
 
-// All of these pump messages: timers, clicks and notifications of transfers run inside them,
-// and any of them throws EndProgram once the run is over.
+// The four yields pump messages: timers, clicks and notifications of transfers run inside them. A
+// yield that pumps throws EndProgram once the run is over.
 
 /// Handles all messages that are waiting and returns at once.
 void DoEvents();
@@ -33,7 +33,7 @@ void EndRunAtNextPump();
 
 /// While one lives, no timer ticks and no transfer reports, whoever pumps: for a question whose
 /// answer decides whether anything goes on. What a transfer has to report comes afterwards, in its
-/// order, and the time does not count as its silence.
+/// order, and the time does not count towards its time-out.
 class EventsHeld {
 public:
     EventsHeld();
@@ -43,9 +43,9 @@ public:
 };
 bool EventsAreHeld();
 
-/// Calls an event procedure for the platform. An error that leaves it was trapped by nobody: the
-/// system's box shows it and the run ends, whatever procedure was pumping messages. Throws
-/// EndProgram only.
+/// Calls an event procedure for the platform. An error that leaves the procedure was trapped by
+/// nobody: the system's box shows it and the run ends, whatever procedure was pumping messages.
+/// Throws nothing but EndProgram.
 void RaiseEvent(const std::function<void()>& procedure);
 
 }  // namespace swiftpatch

@@ -46,8 +46,8 @@ int FreeFile();
 /// use, 75 or 76.
 void OpenForBinary(const std::string& path, int number);
 
-/// Writes `bytes` at the current position. Bytes may be gathered in memory and reach the disk
-/// later, at the latest in CloseFile; an error then is raised there.
+/// Writes `bytes` at the current position. Bytes may be gathered in memory and written later, in
+/// CloseFile at the latest, which then raises the error.
 void PutBytes(int number, std::string_view bytes);
 
 /// Opens `path` for reading lines under `number`. Raises 53, 55, 70, 75 or 76.

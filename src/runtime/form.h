@@ -10,7 +10,7 @@
 
 namespace swiftpatch {
 
-/// A window of any program, as the platform numbers it (HWND, 32 bits). 0 is no window.
+/// A window of any program, as the system numbers it (HWND, 32 bits). 0 is no window.
 using WindowHandle = std::int32_t;
 
 enum class MousePointer { kDefault = 0, kHourglass = 11 };

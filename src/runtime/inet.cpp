@@ -81,7 +81,7 @@ Bytes Inet::TakeBytes(std::size_t count) {
     return bytes;
 }
 
-/// Of one block.
+/// Bytes of the first block only.
 Bytes Inet::TakePart(std::size_t most) {
     if (most == 0) {
         return {};
@@ -110,7 +110,7 @@ void Inet::OnAnswer(std::uint32_t request, std::int32_t status, std::string head
     if (!IsPresent(request) || !executing_) {
         return;
     }
-    executing_ = false;  // A body that is there and incomplete is no state 11 any more.
+    executing_ = false;  // From here on a failure is one of the body, and no longer state 11.
     headers_ = std::move(headers);
     responseCode_ = status;
     if (expectsBody_) {
@@ -141,7 +141,7 @@ void Inet::Accept(Bytes block) {
     blocks_.push_back(std::move(block));
 }
 
-/// The platform takes an orderly close for the end of a body, whatever length the answer promised
+/// The system takes an orderly close for the end of a body, whatever length the answer promised
 /// (RFC 9112 section 8: such an answer is incomplete); here that is a lost connection.
 void Inet::EndBody() {
     const std::string length = GetHeader("Content-Length");

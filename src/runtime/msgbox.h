@@ -4,7 +4,7 @@
 
 namespace swiftpatch {
 
-/// The parts of a message box's style; the platform's MB_xxx numbers.
+/// The parts of a message box's style; the system's MB_xxx numbers.
 namespace msgbox {
 inline constexpr int kOkOnly = 0;
 inline constexpr int kYesNo = 4;

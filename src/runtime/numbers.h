@@ -23,8 +23,8 @@ std::int32_t ToLong(std::string_view text);
 /// A number rounded to 16 bits, halves to even. Raises error 6 when it does not fit.
 std::int16_t ToInteger(double number);
 
-/// A number in decimal digits with words after it, as "7 of 9": for texts that are made thousands
-/// of times a second, which would each take memory as strings.
+/// A number in decimal digits with words after it, such as "7 of 9". For texts that are made
+/// thousands of times a second: unlike strings they take no memory from the heap.
 class NumberedText {
 public:
     /// `words` is a literal.

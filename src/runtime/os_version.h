@@ -5,7 +5,7 @@
 
 namespace swiftpatch {
 
-/// The platform's extended version record (OSVERSIONINFOEXA).
+/// The system's extended version record (OSVERSIONINFOEXA).
 struct OsVersionRecord {
     std::uint32_t recordSize = 0;  ///< 156 asks for all members, 148 for those up to servicePack.
     std::uint32_t major = 0;
@@ -19,8 +19,8 @@ struct OsVersionRecord {
     std::uint8_t productType = 0;
 };
 
-/// Fills the members that `record.recordSize` asks for (the platform's GetVersionExA). False when
-/// the platform does not know a record of that size; nothing is filled then.
+/// Fills the members that `record.recordSize` asks for (the system's GetVersionExA). False when
+/// the system does not know a record of that size; nothing is filled then.
 bool GetVersionExA(OsVersionRecord& record);
 
 }  // namespace swiftpatch

@@ -5,7 +5,7 @@
 
 namespace swiftpatch {
 
-/// Reads a key of an INI file (the platform's function of this name). The value, or
+/// Reads a key of an INI file (the system's function of this name). The value, or
 /// `defaultValue` where file, section or key is missing, is copied to the start of `buffer`, whose
 /// length is its capacity; what does not fit, the terminating NUL counted, is cut.
 /// Returns the number of characters copied, the NUL not counted.
@@ -13,12 +13,12 @@ std::size_t GetPrivateProfileStringA(const std::string& section, const std::stri
                                      const std::string& defaultValue, std::string& buffer,
                                      const std::string& file);
 
-/// Writes a key of an INI file (the platform's function of this name); the file is created when it
+/// Writes a key of an INI file (the system's function of this name); the file is created when it
 /// is missing. False when that failed.
 bool WritePrivateProfileStringA(const std::string& section, const std::string& key,
                                 const std::string& value, const std::string& file);
 
-/// Reads a text of the per-user application-settings store, which the platform keeps at
+/// Reads a text of the per-user application-settings store, which the system keeps at
 /// HKEY_CURRENT_USER\Software\VB and VBA Program Settings\<application>\<section>.
 std::string GetSetting(const std::string& application, const std::string& section,
                        const std::string& key, const std::string& defaultValue);

@@ -7,7 +7,7 @@
 
 namespace swiftpatch {
 
-// The platform's functions of the same names.
+// The system's functions of the same names.
 
 /// Copies the Windows directory and a NUL into `buffer`, whose length is its capacity. Returns
 /// the length without the NUL; 0 when the look-up fails.

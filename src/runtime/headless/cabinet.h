@@ -14,7 +14,7 @@ struct CabinetFile {
     std::string bytes;
     std::uint16_t dosDate = 0x5C6A;  ///< 10 March 2026
     std::uint16_t dosTime = 0x6207;  ///< 12:16:14
-    std::uint32_t extractError = 0;  ///< The platform cannot write it.
+    std::uint32_t extractError = 0;  ///< The system cannot write it.
 };
 
 /// A notification that is no file.
@@ -23,7 +23,7 @@ struct CabinetNotification {
 };
 
 /// A cabinet on the scripted disk. Files that the callback has extracted appear on that disk.
-/// Exists for as long as the object lives; a walk through any other path fails with the platform's
+/// Exists for as long as the object lives; a walk through any other path fails with the system's
 /// "file not found".
 class Cabinet {
 public:

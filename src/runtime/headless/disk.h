@@ -20,7 +20,7 @@ struct File {
     bool held = false;  ///< Open in another process that lets nobody write or delete.
 };
 
-/// The scripted disk. Names are matched without regard to case, as the platform does.
+/// The scripted disk. Names are matched without regard to case, as the system does.
 class Disk {
 public:
     explicit Disk(Trace& trace) : trace_(trace) {}

@@ -65,7 +65,7 @@ public:
     Machine machine;
     std::vector<DesktopWindow> desktop;  ///< From the top down.
 
-    // Beside the steps of the trace, which they accompany.
+    // What can be observed too, but is no step of the trace.
     std::string focus;                  ///< The control that got the keyboard last.
     std::vector<std::int32_t> taskbar;  ///< What the button on the task bar has shown.
 
@@ -99,14 +99,14 @@ public:
     void When(std::function<bool()> condition, std::function<void()> action);
 
     /// What the outermost loop does: runs `procedure` as the platform runs an event procedure, and
-    /// is quiet about EndProgram. Inside a pump EndProgram is passed on.
+    /// swallows EndProgram. Inside a pump EndProgram is passed on.
     void Dispatch(const std::function<void()>& procedure);
     /// Pumps for so many milliseconds, or until the run is over.
     void PumpFor(std::int64_t milliseconds);
     /// How many event procedures and yields are on the stack.
     int Depth() const { return depth_; }
 
-    /// What a person does. A click on something that is not to be reached does nothing.
+    /// What a person does. A click on something that a person could not reach does nothing.
     void Click(const Form& form, CommandButton& button);
     void Close(Form& form);
 

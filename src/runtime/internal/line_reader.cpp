@@ -27,7 +27,7 @@ std::string LineReader::Next() {
     if (AtEnd()) {
         throw RuntimeError(error_number::kInputPastEndOfFile);
     }
-    // Where the search goes on after a block has been added: a CR may have been the last byte.
+    // After a block has been added the search goes back one byte: the last one may have been a CR.
     std::size_t searched = position_;
     std::size_t end = block_.find(kEnding, searched);
     while (end == std::string::npos) {

@@ -6,13 +6,13 @@
 namespace swiftpatch {
 
 /// Cuts a text that comes in blocks into lines ended by CR LF. A CR or LF alone is a part of its
-/// line; the last line may end without an ending.
+/// line; the last line may lack its ending.
 class LineReader {
 public:
     /// `readBlock` returns the next bytes of the text, none at its end, and may raise an error.
     explicit LineReader(std::function<std::string()> readBlock);
 
-    /// True when there is no line any more. Reads ahead as far as it has to.
+    /// True when no line is left. Reads ahead as far as it has to.
     bool AtEnd();
 
     /// The next line without its ending. Raises 62 Input past end of file.

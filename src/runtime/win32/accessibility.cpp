@@ -2,7 +2,7 @@
 
 #include <array>
 
-// Needs the platform's other headers before it.
+// Needs the system's other headers before it.
 #include <oleacc.h>
 
 namespace swiftpatch {
@@ -38,7 +38,7 @@ void NameForScreenReaders(const ControlPeer& peer) {
     }
     Annotate(peer.window, name);
     if (peer.control.Kind() != ComponentKind::kTextBox) {
-        // Never to be seen, but taken for the name by systems without the service.
+        // Nobody sees this text, but a system without the service takes it for the name.
         ::SetWindowTextA(peer.window, name);
     }
 }

@@ -47,8 +47,8 @@ UniqueFile Open(const char* path, DWORD access, DWORD disposition) {
                                     FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-/// Not every iterator cuts a longer file to its new length; so the file is made empty first. That
-/// costs less than to look whether it is there. Where it fails, the iterator fails, too, and says
+/// Not every iterator cuts a longer file to its new length, so the file is made empty first. That
+/// costs less than looking whether it is there. Where it fails, the iterator fails too and says
 /// why.
 void MakeEmpty(const char* path) { Open(path, GENERIC_WRITE, CREATE_ALWAYS); }
 
@@ -114,8 +114,9 @@ UINT CALLBACK HandOver(PVOID context, UINT notification, UINT_PTR param1, UINT_P
     }
 }
 
-/// True when all was told and extracted. Some platforms' iterator says that it went well although
-/// it stopped at damaged data. Files that go on from a cabinet before this one may be left out.
+/// True when the callback was asked about every file, and all that it wanted were extracted. Some
+/// systems' iterator reports success although it stopped at damaged data. Files that began in an
+/// earlier cabinet may be left out.
 bool IsComplete(const Walk& walk, const CabinetHeader& header) {
     return walk.extracted >= walk.begun && (header.hasPrevious || walk.told >= header.files);
 }

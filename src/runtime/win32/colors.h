@@ -5,7 +5,7 @@
 
 namespace swiftpatch {
 
-/// A colour as the platform takes it; system colours as they are at the moment.
+/// A colour as the system takes it; system colours as they are at the moment.
 inline COLORREF ToColorRef(Color color) {
     constexpr std::uint32_t kSystemColor = 0x80000000U;
     const auto value = static_cast<std::uint32_t>(color);

@@ -38,7 +38,7 @@ WindowKind KindOf(const Control& control) {
         case ComponentKind::kFrame:
             return {"BUTTON", BS_GROUPBOX | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT};
         case ComponentKind::kAnimation:
-            // With a timer of the system's, so that it takes no thread of its own.
+            // Played by a timer, so that the control starts no thread.
             return {ANIMATE_CLASSA, ACS_CENTER | ACS_TRANSPARENT | ACS_TIMER, 0};
         case ComponentKind::kListView:
             return {WC_LISTVIEWA, WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_NOSORTHEADER,

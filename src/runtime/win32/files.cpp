@@ -48,7 +48,7 @@ WIN32_FIND_DATAA EntryOf(const std::string& path) {
     throw RuntimeError(error_number::kFileNotFound);
 }
 
-/// What is gathered is gone afterwards, written or not; its memory stays for what comes.
+/// Afterwards nothing is gathered, whether it was written or not; the memory is used again.
 void WriteOut(OpenFile& open) {
     const auto count = static_cast<DWORD>(open.gathered.size());
     DWORD written = 0;

@@ -22,8 +22,8 @@ HICON ProgramIcon(int widthMetric, int heightMetric) {
 
 /// Each form's name is a window class of its own. A second registration fails and does no harm.
 void RegisterFormClass(const std::string& name) {
-    // Loaded once and not shared through the system, which knows a shared icon by its number alone
-    // on old systems and would hand out the large one for the small one.
+    // Loaded once, but not as icons that the system shares: an old system knows a shared icon by
+    // its number alone and would hand out the large one for the small one.
     static const HICON icon = ProgramIcon(SM_CXICON, SM_CYICON);
     static const HICON smallIcon = ProgramIcon(SM_CXSMICON, SM_CYSMICON);
     WNDCLASSEXA form{};
@@ -71,8 +71,8 @@ RECT WorkArea() {
     return area;
 }
 
-/// Gives the input back to the forms that a modal form had taken it from. That comes before the
-/// form disappears: the system would make another program's window the active one otherwise.
+/// Enables the forms again that a modal form had disabled. That comes before the form disappears:
+/// otherwise the system would make another program's window the active one.
 void EndModal(FormPeer& peer) {
     if (peer.modal) {
         peer.modal.reset();

@@ -30,7 +30,8 @@ void OnPressed(const FormPeer& form, HWND control) {
 
 void OnPressedLater(const FormPeer& form, HWND window) {
     Control* const control = ControlOfWindow(window);
-    // A disabled form has a box or another form before it: what is sent past that does not count.
+    // A disabled form has a box or another form in front of it. What a program sends past that does
+    // not count.
     if (control == nullptr || RunIsOver() || !::IsWindowEnabled(form.window)) {
         return;
     }
@@ -123,9 +124,9 @@ void OnSystemColors(const FormPeer& form) {
 
 void GiveFocusTo(FormPeer& form, HWND control) {
     form.focus = control;
-    // Otherwise a box of ours, or another program, would lose the keyboard.
+    // Only then: a box of ours, or another program, must not lose the keyboard.
     const bool active = ::GetActiveWindow() == form.window && !::IsIconic(form.window);
-    // A button that is held down would lose the press.
+    // Nor must a button that is held down lose its press.
     const bool pressing = ::GetCapture() != nullptr;
     if (active && !pressing && CanHaveFocus(control)) {
         ::SetFocus(control);

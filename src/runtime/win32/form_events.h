@@ -27,7 +27,7 @@ void OnSystemColors(const FormPeer& form);
 /// Puts the keyboard focus on a control of the form, at once or when the form is the active window
 /// again.
 void GiveFocusTo(FormPeer& form, HWND control);
-/// Moves the keyboard focus on when `leaving`, a control's window, is about to lose its use.
+/// Moves the keyboard focus on if `leaving` has it, a control about to be hidden or disabled.
 void MoveFocusFrom(const FormPeer& form, HWND leaving);
 
 }  // namespace swiftpatch

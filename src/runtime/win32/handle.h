@@ -6,7 +6,7 @@
 
 namespace swiftpatch {
 
-/// Owns a handle of the platform; `Traits` says which, what "none" is, and how it is let go.
+/// Owns a handle of the system; `Traits` says which, what "none" is, and how it is let go.
 template <class Traits>
 class UniqueHandle {
 public:

@@ -22,7 +22,7 @@ DWORD WINAPI CloseHandleHere(void* handle) {
 HINTERNET OpenSession() {
     const HINTERNET session = WinInet().InternetOpenA(
         App::Title().c_str(), INTERNET_OPEN_TYPE_PRECONFIG, nullptr, nullptr, INTERNET_FLAG_ASYNC);
-    // Each request has a clock of its own, which the platform's shorter ones would run ahead of.
+    // Each request has a time-out of its own; the system's are shorter and would come first.
     DWORD longest = 24 * 60 * 60 * 1000;
     for (const int option : {INTERNET_OPTION_CONNECT_TIMEOUT, INTERNET_OPTION_SEND_TIMEOUT,
                              INTERNET_OPTION_RECEIVE_TIMEOUT}) {

@@ -7,13 +7,13 @@
 
 namespace swiftpatch {
 
-// The calls of the platform's http library, with what this program asks of each.
+// The calls of the system's http library, with what this program asks of each.
 
 /// A session whose calls do not wait.
 HINTERNET OpenSession();
 
 /// A request that passes every cache, carries no cookies and keeps the connection open. Null when
-/// the platform refuses it; `exchange` keeps both its owners then.
+/// the system refuses it; `exchange` then still has both its owners.
 HINTERNET OpenRequest(HINTERNET connection, const std::string& verb, const std::string& path,
                       Exchange& exchange);
 
@@ -21,9 +21,9 @@ HINTERNET OpenRequest(HINTERNET connection, const std::string& verb, const std::
 std::int32_t StatusCode(HINTERNET request);
 std::string RawHeaders(HINTERNET request);
 
-/// Closes a request whose body has not been read to its end. The platform's call can take as long
-/// as the rest of the body (Wine reads that first, to keep the connection), so it is left to a
-/// thread of the platform's that touches nothing else.
+/// Closes a request whose body has not been read to its end. The system's call can take as long as
+/// the rest of the body (Wine reads that first, to keep the connection), so it is left to a thread
+/// that touches nothing else.
 void CloseUnread(HINTERNET request);
 
 }  // namespace swiftpatch

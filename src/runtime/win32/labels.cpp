@@ -9,8 +9,8 @@ namespace {
 
 const Label& LabelOf(const ControlPeer& peer) { return static_cast<const Label&>(peer.control); }
 
-/// Not asked of the system: a control stays where it was laid out, and every look at a window is a
-/// call to the server of the windows on some platforms.
+/// Computed, not asked of the system: a control stays where it was laid out, and under Wine every
+/// question about a window is a call to another process.
 RECT PlaceOnForm(const ControlPeer& peer) {
     RECT place = ToPixels(peer.control.Position(), peer.form->baseUnits);
     if (const Frame* const container = peer.control.Container()) {
@@ -107,7 +107,7 @@ std::optional<LRESULT> AnswerAsLabel(ControlPeer& peer, UINT message, WPARAM wPa
                                      LPARAM lParam) {
     switch (message) {
         case WM_SETTEXT:
-            // The class would paint at once, past us.
+            // The class's own procedure would paint at once, without what lies behind the label.
             return ::DefWindowProcA(peer.window, message, wParam, lParam);
         case WM_ENABLE:
             LabelChanged(peer);

@@ -9,7 +9,7 @@
 namespace swiftpatch {
 namespace {
 
-/// Never destroyed: forms that live as long as the program go after it otherwise.
+/// Never destroyed: forms that live as long as the program would be destroyed after it.
 std::vector<FormPeer*>& Forms() {
     static auto& forms = *new std::vector<FormPeer*>;
     return forms;

@@ -8,7 +8,7 @@
 
 namespace swiftpatch {
 
-/// The platform's side of a component. Without a window once that is gone.
+/// The platform's side of a component. `window` is null once the window has gone.
 struct Peer {
     explicit Peer(HWND itsWindow) : window(itsWindow) {}
     virtual ~Peer() = default;
@@ -53,7 +53,7 @@ struct TimerPeer final : MemberPeer {
     Timer& timer;
 };
 
-/// Keeps the program's other windows from input.
+/// Disables the program's other windows for as long as it lives.
 class OthersDisabled {
 public:
     explicit OthersDisabled(HWND exceptThis);
@@ -96,7 +96,7 @@ Control* ControlOfWindow(HWND window);
 /// All forms with windows, in the order in which they were loaded.
 const std::vector<FormPeer*>& LoadedForms();
 
-/// The window that a message box belongs to; null when no form is to be seen.
+/// The window that a message box belongs to; null when no form is visible.
 HWND OwnerForBox();
 
 }  // namespace swiftpatch

@@ -16,7 +16,7 @@ std::span<const char> Resource(int id) {
     return {static_cast<const char*>(::LockResource(loaded)), ::SizeofResource(nullptr, found)};
 }
 
-/// A stream over a copy of the bytes, which goes with it.
+/// A stream over a copy of the bytes, which it owns.
 UniqueInterface<IStream> StreamOver(std::span<const char> bytes) {
     const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, bytes.size());
     if (memory == nullptr) {

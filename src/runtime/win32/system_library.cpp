@@ -34,7 +34,8 @@ bool IsInStore(const char* name) {
 
 }  // namespace
 
-// By its path, what the library needs itself is looked for beside it, not beside the program.
+// Loaded by its path: the system then looks for the library's own libraries beside it, and not
+// beside the program.
 SystemLibrary::SystemLibrary(const char* name)
     : module_(IsInStore(name) ? ::LoadLibraryA(name)
                               : ::LoadLibraryExA(InSystemFolder(name).c_str(), nullptr,

@@ -45,8 +45,8 @@ private:
     Function function_;
 };
 
-/// To be called before anything else: what the system's libraries load for themselves comes from
-/// the system's folder, too, where the system can be told so (Windows 8, and 7 with its updates).
+/// To be called before anything else: the libraries that the system's own libraries load come from
+/// the system's folder too, where the system can be told so (Windows 8, and 7 with its updates).
 void KeepToSystemLibraries();
 
 }  // namespace swiftpatch

@@ -5,7 +5,7 @@
 
 namespace swiftpatch {
 
-/// The platform's date and time without its fraction of a second.
+/// The system's date and time without its fraction of a second.
 inline DateTime ToDateTime(const SYSTEMTIME& time) {
     return MakeDateTime(
         {time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond});

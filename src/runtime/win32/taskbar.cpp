@@ -2,7 +2,7 @@
 
 #include "runtime/form.h"
 
-// Needs the platform's other headers before it, and is too large for those who do not use it.
+// Needs the system's other headers before it, and is too large for those who do not use it.
 #include <shobjidl.h>
 
 namespace swiftpatch {
@@ -37,7 +37,7 @@ void ShowOnTaskbar(HWND window, std::int32_t progress) {
     }
     const TBPFLAG state = StateOf(progress);
     if (state != TBPF_NOPROGRESS) {
-        // A failure is to be seen however little had come, so it fills the button.
+        // A failure fills the button, so that it is seen however little had come in.
         const auto done = progress >= 0 ? static_cast<ULONGLONG>(progress) : kWhole;
         Taskbar()->SetProgressValue(window, done, kWhole);
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-// The one place that includes the platform's headers. The build sets the oldest system whose
+// The one place that includes the system's headers. The build sets the oldest system whose
 // functions they declare.
 // <windows.h> comes first: the others need its types and do not include it.
 // clang-format off
@@ -13,7 +13,7 @@
 #include <wininet.h>
 // clang-format on
 
-// These macros would rename functions of ours; the platform's are called with their suffix.
+// These macros would rename functions of ours; the system's are called with their suffix A.
 #undef DispatchMessage
 #undef GetClassName
 #undef GetMessage

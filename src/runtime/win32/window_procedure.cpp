@@ -52,7 +52,7 @@ Answer RouteFormMessage(FormPeer& form, UINT message, WPARAM wParam, LPARAM lPar
             OnSystemColors(form);
             return 0;
         case WM_ERASEBKGND:
-            return 1;  // All is painted in WM_PAINT, in one go.
+            return 1;  // WM_PAINT paints everything in one go.
         case WM_PAINT:
             PaintForm(form);
             return 0;

@@ -7,7 +7,7 @@ namespace swiftpatch {
 /// The procedure of all forms' windows.
 LRESULT CALLBACK FormProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-/// Stands before the procedures of the controls' classes.
+/// Sees a control's messages before the procedure of the control's class does.
 LRESULT CALLBACK ControlProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 }  // namespace swiftpatch

@@ -5,7 +5,7 @@
 
 namespace swiftpatch {
 
-/// The functions of the platform's http library that the program uses.
+/// The functions of the system's http library that the program uses.
 struct WinInetLibrary {
     SystemLibrary library{"wininet.dll"};
     LateFunction<decltype(&::HttpOpenRequestA)> HttpOpenRequestA{library, "HttpOpenRequestA"};
