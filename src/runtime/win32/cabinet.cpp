@@ -8,6 +8,19 @@
 #include "runtime/win32/system_library.h"
 #include "runtime/win32/system_time.h"
 
+// A walk through a cabinet is one call of the system's iterator: it reads and unpacks, and tells a
+// callback of each file before it is extracted and after. All of that is on the caller's thread,
+// and `Walk` lives on its stack until the call returns.
+//
+// HandOver stands between the iterator and the program's callback, because what the iterator says
+// cannot be relied on. One or another ends with success at damaged data, leaves the tail of a
+// longer file that was there before, or asks for a missing cabinet of a set for ever. So the
+// cabinet's header is read first, files are counted and measured on the way, and a second question
+// for the same cabinet ends the walk.
+//
+// The library below the iterator (cabinet.dll) is not used: it wants functions for memory and for
+// files from its caller, and would have to be told how to go from one cabinet to the next.
+
 namespace swiftpatch {
 namespace {
 

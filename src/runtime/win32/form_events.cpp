@@ -5,6 +5,21 @@
 #include "runtime/events.h"
 #include "runtime/win32/painting.h"
 
+// The last step before the program's event procedures: FormProcedure hands over what users, other
+// programs and the system send to a form, and each function here decides whether an event comes of
+// it. They run on the user-interface thread inside a pump, and so often inside an event procedure
+// that is waiting.
+//
+// An event procedure can last for minutes and show boxes. Another program that sends a press or a
+// close, rather than posting it, would stand still for as long. Such a message is therefore put
+// off: the form posts another one to itself, and looks at everything anew when that arrives,
+// because by then the control may be hidden, the form disabled or the run over. The end of a
+// session cannot be put off, since the system wants its answer: it asks first (QueryUnload) and
+// ends later.
+//
+// A form is no dialog box of the system's, so it remembers itself which of its controls has the
+// keyboard when another window becomes the active one.
+
 namespace swiftpatch {
 namespace {
 

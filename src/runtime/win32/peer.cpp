@@ -6,6 +6,21 @@
 #include "runtime/win32/pump.h"
 #include "runtime/win32/window_procedure.h"
 
+// A peer ties a component of the program to its window. Three lives meet here, and each can be the
+// first to end: the component is the program's (a control is a member of its form), the peer is the
+// component's, and the window is the system's, which destroys a control's window with its form's.
+//
+// So no peer owns its window. Leave cuts the tie from the window's side: a control's window gets
+// the procedure of its class back and forgets the peer, and the peer's `window` is null from then
+// on, which whoever uses it looks for first. The destructors cut the tie from the component's side.
+// The window of a form that goes is hidden and cut off at once but destroyed later (DestroyLater),
+// because the form may be going inside one of that window's own messages.
+//
+// The way back, from a window to its peer: a form is looked for in the list of all forms that have
+// windows, so that another program's window, or one that has gone, finds nothing; a control is
+// known by its procedure, which no other window has. All of it happens on the user-interface
+// thread.
+
 namespace swiftpatch {
 namespace {
 
