@@ -146,7 +146,7 @@ std::uint32_t CabFile::LeaveOut(std::int32_t error) {
 
 bool CabFile::MakeFolderOf(const std::string& target) {
     const std::string folder = target.substr(0, target.rfind('\\'));
-    // Most files belong into the same folder as the file before.
+    // Most files belong in the same folder as the file before.
     if (folder == folderMade_ || folder.empty()) {
         return true;
     }

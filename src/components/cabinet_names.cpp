@@ -45,7 +45,7 @@ std::string_view PlainName(std::string_view part) {
     if (std::any_of(part.begin(), part.end(), IsForbidden)) {
         return {};
     }
-    // Of "." and ".." nothing is left here.
+    // This leaves nothing of "." and "..".
     const std::string_view name = part.substr(0, part.find_last_not_of(". ") + 1);
     return IsDevice(name) ? std::string_view() : name;
 }

@@ -17,8 +17,8 @@ std::int32_t ErrorOfMkDir(const std::string& path) {
     }
 }
 
-/// Error 75 also stands for a folder that exists but may not be created, such as the root of a
-/// drive. If it really is missing, opening the file in it fails.
+/// Error 75 says that the folder exists, or that it may not be created, as at the root of a drive.
+/// Where it really is missing, opening the file in it fails.
 bool IsThere(std::int32_t error) { return error == 0 || error == error_number::kPathFileAccess; }
 
 /// Levels that no folder is made for: "C:", and server and share of "\\server\share\...".

@@ -4,9 +4,9 @@
 
 namespace swiftpatch {
 
-/// The bytes counted so far, and one more chunk. A chunk is counted by its upper bound: one less
-/// than its bytes, and one for the empty chunk at the end, whose upper bound is -1. The percentage
-/// is computed from this undercount, deliberately. Raises error 6 past 32 signed bits.
+/// The bytes counted so far, and one more chunk. A chunk counts as its upper bound, which is one
+/// less than its bytes; the empty chunk at the end, whose upper bound is -1, counts as one. The
+/// percentage is computed from this undercount, deliberately. Raises error 6 past 32 signed bits.
 std::int32_t CountChunk(std::int32_t received, std::int32_t upperBound);
 
 }  // namespace swiftpatch

@@ -44,9 +44,9 @@ struct PaintedBox {
 /// A window of the program. Its event procedures are the virtual functions Form_xxx.
 ///
 /// A form is loaded at its first Show: its windows are created hidden, Form_Load runs, then it
-/// is shown. It is unloaded by Unload or by any way in which a user or the system closes a
-/// window (WM_CLOSE, WM_QUERYENDSESSION): Form_QueryUnload may refuse; otherwise Form_Unload
-/// runs and the windows are destroyed.
+/// is shown. (Asking for its Handle loads it as well.) It is unloaded by Unload or by any way in
+/// which a user or the system closes a window (WM_CLOSE, WM_QUERYENDSESSION): Form_QueryUnload may
+/// refuse; otherwise Form_Unload runs and the windows are destroyed.
 class Form : public Component {
 public:
     virtual ~Form();

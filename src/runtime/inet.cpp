@@ -51,7 +51,7 @@ std::string Inet::GetHeader(const std::string& name) const { return HeaderValue(
 Bytes Inet::GetChunk(std::size_t size) {
     const std::uint32_t mine = request_;
     while (body_ && mine == request_ && held_ < size && !ended_ && failure_ == 0) {
-        // However small the blocks come, more than are read ahead may be needed.
+        // Where the blocks are small, more of them are needed than are read ahead.
         AskForBlock();
         if (reading_) {
             DoEventsWaiting();
@@ -184,7 +184,7 @@ void Inet::Finish(int state) {
 }
 
 void Inet::Notify(int state) {
-    // An event procedure like any other: no procedure that happens to pump traps its errors.
+    // An event procedure like any other: whatever happens to be pumping must not trap its errors.
     if (StateChanged) {
         RaiseEvent([this, state] { StateChanged(state); });
     }

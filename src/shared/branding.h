@@ -7,7 +7,7 @@
 
 #include "shared/branding_values.h"
 
-/// The server folder where the data file names none: host and path without a scheme, ending in
+/// The server folder if the data file names none: host and path without a scheme, ending in
 /// "/download/".
 #ifndef SWIFTPATCH_DEFAULT_SERVER
 #define SWIFTPATCH_DEFAULT_SERVER "updates.example.com/download/"

@@ -23,8 +23,8 @@ struct Reply {
     std::string body;
     std::size_t blockSize = 65536;
     bool ready = false;                     ///< Its blocks are there when they are asked for.
-    std::optional<std::size_t> breakAfter;  ///< The connection is lost after so many bytes.
-    std::optional<std::size_t> stallAfter;  ///< Nothing more comes after so many bytes.
+    std::optional<std::size_t> breakAfter;  ///< The connection is lost after this many bytes.
+    std::optional<std::size_t> stallAfter;  ///< Nothing more comes after this many bytes.
 };
 
 /// An answer to HEAD or GET for a file.

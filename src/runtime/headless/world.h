@@ -79,7 +79,7 @@ public:
     int utcOffsetMinutes = 0;
     /// Milliseconds of the clock that is never set.
     std::int64_t uptime = 0;
-    /// Every look at a clock moves it by so many milliseconds.
+    /// Every look at a clock moves it by this many milliseconds.
     int clockStep = 0;
     /// How long a yield rests when nothing is waiting.
     int restStep = 1;
@@ -93,7 +93,7 @@ public:
 
     /// Runs `action` inside the `nth` pump from now on.
     void AtPump(int nth, std::function<void()> action);
-    /// Runs `action` inside the first pump after so many milliseconds.
+    /// Runs `action` inside the first pump after this many milliseconds.
     void After(std::int64_t milliseconds, std::function<void()> action);
     /// Runs `action` inside the first pump at which `condition` holds.
     void When(std::function<bool()> condition, std::function<void()> action);
@@ -101,7 +101,7 @@ public:
     /// What the outermost loop does: runs `procedure` as the platform runs an event procedure, and
     /// swallows EndProgram. Inside a pump EndProgram is passed on.
     void Dispatch(const std::function<void()>& procedure);
-    /// Pumps for so many milliseconds, or until the run is over.
+    /// Pumps for this many milliseconds, or until the run is over.
     void PumpFor(std::int64_t milliseconds);
     /// How many event procedures and yields are on the stack.
     int Depth() const { return depth_; }

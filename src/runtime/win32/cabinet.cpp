@@ -90,7 +90,7 @@ UINT FileInCabinet(Walk& walk, UINT_PTR param) {
     return answer;
 }
 
-/// A file of another size than the cabinet says is not extracted, whatever the iterator says.
+/// A file of another size than the cabinet says counts as failed, whatever the iterator says.
 UINT FileExtracted(Walk& walk, UINT_PTR param) {
     FILEPATHS_A paths = *reinterpret_cast<const FILEPATHS_A*>(param);
     if (paths.Win32Error == ERROR_SUCCESS && !HasSize(paths.Target, walk.fileSize)) {

@@ -4,8 +4,8 @@
 
 namespace swiftpatch {
 
-/// Paints a window's invalid part: what is drawn goes to memory, and to the window in one go when
-/// the canvas goes.
+/// Paints a window's invalid part: what is drawn goes to memory first, and to the window in one go
+/// when the canvas is destroyed.
 class Canvas {
 public:
     explicit Canvas(HWND window);

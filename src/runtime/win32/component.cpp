@@ -41,7 +41,7 @@ void SetEnabled(const ControlPeer& peer, bool enabled) {
     ::EnableWindow(peer.window, enabled ? TRUE : FALSE);
 }
 
-/// Values, and the numbers that some kinds of control have beside them.
+/// A value, or one of the bounds that a progress bar has for it.
 void SetNumber(ControlPeer& peer, PropertyId id, std::int32_t value) {
     if (peer.control.Kind() == ComponentKind::kCheckBox) {
         ::SendMessageA(peer.window, BM_SETCHECK, static_cast<WPARAM>(value), 0);

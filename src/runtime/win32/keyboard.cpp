@@ -28,8 +28,8 @@ const CommandButton* ButtonForEnter(const Form& form, const Control* focus) {
                                                         : FindButton(form, &CommandButton::Default);
 }
 
-/// Of a key that is held down only the first stroke counts: the others could press what appears
-/// after it, such as Close behind a box that it has answered.
+/// Only the first stroke of a key that is held down counts: the repeated ones could press what
+/// comes up next, such as Close behind a box that the first one has answered.
 bool IsRepeated(const MSG& message) { return (HIWORD(message.lParam) & KF_REPEAT) != 0; }
 
 const CommandButton* ButtonForKey(const Form& form, const MSG& message) {

@@ -42,7 +42,7 @@ struct ControlPeer final : MemberPeer {
     bool changed = false;  ///< Something was set and has not been painted since.
 };
 
-/// A timer's window is the form's, whose procedure is told.
+/// A timer has no window of its own: its ticks go to the form's.
 struct TimerPeer final : MemberPeer {
     TimerPeer(FormPeer& itsForm, Timer& itsTimer);
     ~TimerPeer() override;

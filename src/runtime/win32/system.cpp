@@ -5,7 +5,7 @@
 namespace swiftpatch {
 namespace {
 
-/// The look-ups of folders report the size they need where the buffer is too small.
+/// Where the buffer is too small, the look-ups of folders return the size that they need.
 std::uint32_t CopiedLength(UINT length, const std::string& buffer) {
     return length < buffer.size() ? length : 0;
 }
