@@ -81,6 +81,7 @@ void frmSwiftPatch::ReplaceMainProgram() {
     try {
         FileCopy(AppFile(kStagedBuild), AppFile(kMainProgram));
     } catch (const RuntimeError& error) {
+        // The stage goes on to report its success all the same, deliberately.
         MsgBox(CopyError("tolvex30.exe to tolvex.exe", error));
     }
 }

@@ -9,6 +9,7 @@ namespace {
 
 void ReportMissingProgram(frmSwiftPatch& window) {
     window.programMissing = true;
+    // The spelling is kept, deliberately.
     std::string text = "The main program does not exist in the specified posiiton.";
     window.error_Message(text, message_style::kText, "Program File Not Found");
 }
