@@ -65,8 +65,7 @@ public:
     void ShowComparisonOutcome(std::int16_t result, const std::string& name);
     /// Pumps.
     void HideBusyDisplay();
-    /// Puts the keyboard on the button of the next step. To be called where a stage leaves that
-    /// step to the user.
+    /// To be called where a stage leaves the next step to the user: puts the keyboard on it.
     void FocusNextStep();
 
     // net/

@@ -13,7 +13,7 @@
 namespace swiftpatch {
 namespace {
 
-/// A window's text ends at its first NUL; with blanks in their place the rest is shown too.
+/// A window's text ends at its first NUL; blanks keep what comes after it.
 void SetText(HWND window, std::string_view shown) {
     std::string text(shown);
     std::replace(text.begin(), text.end(), '\0', ' ');
