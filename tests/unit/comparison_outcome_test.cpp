@@ -1,6 +1,6 @@
 #include "mainwindow/version_comparison.h"
 #include "shared/shared_state.h"
-#include "unit/engine_support.h"
+#include "unit/download_engine_support.h"
 
 namespace swiftpatch {
 namespace {

@@ -132,14 +132,14 @@ TEST_F(ControlsTest, DesignTimeValueTellsThePlatformNothing) {
     EXPECT_TRUE(world.trace.Lines().empty());
 }
 
-TEST(Colours, PartsStandInTheirBytes) {
+TEST(ControlsColours, PartsStandInTheirBytes) {
     EXPECT_EQ(Rgb(1, 2, 3), static_cast<Color>(0x030201));
     EXPECT_EQ(Grey(0), Color::kBlack);
     EXPECT_EQ(Grey(255), Color::kWhite);
     EXPECT_EQ(Grey(16), static_cast<Color>(0x101010));
 }
 
-TEST(Colours, LevelsOutOfRangeAreError5) {
+TEST(ControlsColours, LevelsOutOfRangeAreError5) {
     for (const int level : {-1, 256}) {
         try {
             Grey(level);

@@ -22,13 +22,13 @@ std::string Parsed(std::string_view text) {
     return time ? Written(*time) : "none";
 }
 
-TEST(MakeDateTime, PutsTogetherWhatPartsOfTakesApart) {
+TEST(DateTimeMake, PutsTogetherWhatPartsOfTakesApart) {
     EXPECT_EQ(Written(MakeDateTime({2026, 3, 10, 23, 59, 58})), "2026-3-10 23:59:58");
     EXPECT_EQ(Written(MakeDateTime({1899, 12, 30})), "1899-12-30 0:0:0");
     EXPECT_EQ(Written(MakeDateTime({2024, 2, 29, 1, 2, 3})), "2024-2-29 1:2:3");
 }
 
-TEST(MakeDateTime, PartsBeyondTheirRangeCarryOver) {
+TEST(DateTimeMake, PartsBeyondTheirRangeCarryOver) {
     EXPECT_EQ(Written(MakeDateTime({2026, 3, 10, 10, 0, 65})), "2026-3-10 10:1:5");
     EXPECT_EQ(Written(MakeDateTime({2026, 3, 10, 23, 59, 60})), "2026-3-11 0:0:0");
     EXPECT_EQ(Written(MakeDateTime({2026, 12, 31, 24, 0, 0})), "2027-1-1 0:0:0");
@@ -38,7 +38,7 @@ TEST(MakeDateTime, PartsBeyondTheirRangeCarryOver) {
     EXPECT_EQ(Written(MakeDateTime({2026, 0, 1})), "2025-12-1 0:0:0");
 }
 
-TEST(MinutesBetween, CountsMinuteBoundaries) {
+TEST(DateTimeMinutesBetween, CountsMinuteBoundaries) {
     const DateTime time = MakeDateTime({2026, 3, 10, 10, 0, 59});
     EXPECT_EQ(MinutesBetween(time, MakeDateTime({2026, 3, 10, 10, 0, 59})), 0);
     EXPECT_EQ(MinutesBetween(time, MakeDateTime({2026, 3, 10, 10, 1, 0})), 1);
@@ -46,7 +46,7 @@ TEST(MinutesBetween, CountsMinuteBoundaries) {
     EXPECT_EQ(MinutesBetween(time, MakeDateTime({2026, 3, 11, 10, 0, 0})), 1440);
 }
 
-TEST(MinutesBetween, IsNegativeBackwards) {
+TEST(DateTimeMinutesBetween, IsNegativeBackwards) {
     EXPECT_EQ(MinutesBetween(MakeDateTime({2026, 3, 10, 10, 1, 0}),
                              MakeDateTime({2026, 3, 10, 10, 0, 59})),
               -1);
@@ -56,12 +56,12 @@ TEST(MinutesBetween, IsNegativeBackwards) {
               -1);
 }
 
-TEST(AddMinutes, MovesInBothDirections) {
+TEST(DateTimeAddMinutes, MovesInBothDirections) {
     EXPECT_EQ(Written(AddMinutes(MakeDateTime({2026, 2, 28, 23, 30, 7}), 90)), "2026-3-1 1:0:7");
     EXPECT_EQ(Written(AddMinutes(MakeDateTime({2026, 1, 1, 0, 30, 0}), -60)), "2025-12-31 23:30:0");
 }
 
-TEST(FormatTime12, HourHasNoLeadingZeroAndMinutesHaveTwoDigits) {
+TEST(DateTimeFormatTime12, HourHasNoLeadingZeroAndMinutesHaveTwoDigits) {
     EXPECT_EQ(FormatTime12(MakeDateTime({2026, 3, 10, 0, 0, 0})), "12:00 AM");
     EXPECT_EQ(FormatTime12(MakeDateTime({2026, 3, 10, 0, 59, 59})), "12:59 AM");
     EXPECT_EQ(FormatTime12(MakeDateTime({2026, 3, 10, 1, 5, 0})), "1:05 AM");
@@ -71,13 +71,13 @@ TEST(FormatTime12, HourHasNoLeadingZeroAndMinutesHaveTwoDigits) {
     EXPECT_EQ(FormatTime12(MakeDateTime({2026, 3, 10, 23, 30, 0})), "11:30 PM");
 }
 
-TEST(FormatLongDate, MonthHasThreeLettersAndTheDayTwoDigits) {
+TEST(DateTimeFormatLongDate, MonthHasThreeLettersAndTheDayTwoDigits) {
     EXPECT_EQ(FormatLongDate(MakeDateTime({2026, 1, 1})), "Jan 01, 2026");
     EXPECT_EQ(FormatLongDate(MakeDateTime({2026, 9, 25})), "Sep 25, 2026");
     EXPECT_EQ(FormatLongDate(MakeDateTime({1999, 12, 31})), "Dec 31, 1999");
 }
 
-TEST(ParseDateTime, DayMonthNameYear) {
+TEST(DateTimeParse, DayMonthNameYear) {
     EXPECT_EQ(Parsed("15 Nov 1994 08:12:31"), "1994-11-15 8:12:31");
     EXPECT_EQ(Parsed("15-Nov-1994"), "1994-11-15 0:0:0");
     EXPECT_EQ(Parsed("5 NOVEMBER 1994"), "1994-11-5 0:0:0");
@@ -85,12 +85,12 @@ TEST(ParseDateTime, DayMonthNameYear) {
     EXPECT_EQ(Parsed("  15 Nov 1994  "), "1994-11-15 0:0:0");
 }
 
-TEST(ParseDateTime, MonthNameDayYear) {
+TEST(DateTimeParse, MonthNameDayYear) {
     EXPECT_EQ(Parsed("Nov 15, 1994"), "1994-11-15 0:0:0");
     EXPECT_EQ(Parsed("November 15 1994 8:12"), "1994-11-15 8:12:0");
 }
 
-TEST(ParseDateTime, EveryMonthByItsFirstThreeLetters) {
+TEST(DateTimeParse, EveryMonthByItsFirstThreeLetters) {
     const std::string names = "JanFebMarAprMayJunJulAugSepOctNovDec";
     for (std::size_t month = 1; month <= 12; ++month) {
         EXPECT_EQ(Parsed("1 " + names.substr((month - 1) * 3, 3) + " 2026"),
@@ -98,24 +98,24 @@ TEST(ParseDateTime, EveryMonthByItsFirstThreeLetters) {
     }
 }
 
-TEST(ParseDateTime, NumbersAreMonthDayYear) {
+TEST(DateTimeParse, NumbersAreMonthDayYear) {
     EXPECT_EQ(Parsed("01/02/2001"), "2001-1-2 0:0:0");
     EXPECT_EQ(Parsed("3/5/2014 4:07 PM"), "2014-3-5 16:7:0");
     EXPECT_EQ(Parsed("3-5-2014"), "2014-3-5 0:0:0");
 }
 
-TEST(ParseDateTime, NumbersAreDayMonthYearWhereOnlyThatIsADate) {
+TEST(DateTimeParse, NumbersAreDayMonthYearWhereOnlyThatIsADate) {
     EXPECT_EQ(Parsed("15/11/1994"), "1994-11-15 0:0:0");
     EXPECT_EQ(Parsed("12/11/1994"), "1994-12-11 0:0:0");
     EXPECT_EQ(Parsed("13/13/1994"), "none");
 }
 
-TEST(ParseDateTime, YearMonthDay) {
+TEST(DateTimeParse, YearMonthDay) {
     EXPECT_EQ(Parsed("2014/3/5"), "2014-3-5 0:0:0");
     EXPECT_EQ(Parsed("2014-03-05 16:07:09"), "2014-3-5 16:7:9");
 }
 
-TEST(ParseDateTime, TwoDigitYearsCountFrom1930To2029) {
+TEST(DateTimeParse, TwoDigitYearsCountFrom1930To2029) {
     EXPECT_EQ(Parsed("15 Nov 94"), "1994-11-15 0:0:0");
     EXPECT_EQ(Parsed("1/1/30"), "1930-1-1 0:0:0");
     EXPECT_EQ(Parsed("1/1/29"), "2029-1-1 0:0:0");
@@ -123,7 +123,7 @@ TEST(ParseDateTime, TwoDigitYearsCountFrom1930To2029) {
     EXPECT_EQ(Parsed("Tuesday, 15-Nov-94"), "none");
 }
 
-TEST(ParseDateTime, MorningAndAfternoon) {
+TEST(DateTimeParse, MorningAndAfternoon) {
     EXPECT_EQ(Parsed("3/5/2014 12:00 AM"), "2014-3-5 0:0:0");
     EXPECT_EQ(Parsed("3/5/2014 12:00 pm"), "2014-3-5 12:0:0");
     EXPECT_EQ(Parsed("3/5/2014 11:59:59PM"), "2014-3-5 23:59:59");
@@ -132,7 +132,7 @@ TEST(ParseDateTime, MorningAndAfternoon) {
     EXPECT_EQ(Parsed("3/5/2014 1:00 XM"), "none");
 }
 
-TEST(ParseDateTime, DaysThatTheMonthDoesNotHaveAreNoDate) {
+TEST(DateTimeParse, DaysThatTheMonthDoesNotHaveAreNoDate) {
     EXPECT_EQ(Parsed("30 Feb 2026"), "none");
     EXPECT_EQ(Parsed("29 Feb 2026"), "none");
     EXPECT_EQ(Parsed("29 Feb 2024"), "2024-2-29 0:0:0");
@@ -143,7 +143,7 @@ TEST(ParseDateTime, DaysThatTheMonthDoesNotHaveAreNoDate) {
     EXPECT_EQ(Parsed("1/0/2026"), "none");
 }
 
-TEST(ParseDateTime, LargeNumbersAreNoMonthsAndDays) {
+TEST(DateTimeParse, LargeNumbersAreNoMonthsAndDays) {
     EXPECT_EQ(Parsed("2020/257/1"), "none");
     EXPECT_EQ(Parsed("Jan 257 2020"), "none");
     EXPECT_EQ(Parsed("257 Jan 2020"), "none");
@@ -152,7 +152,7 @@ TEST(ParseDateTime, LargeNumbersAreNoMonthsAndDays) {
     EXPECT_EQ(Parsed("1/1/099"), "none");
 }
 
-TEST(ParseDateTime, TimesOutOfRangeAreNoDate) {
+TEST(DateTimeParse, TimesOutOfRangeAreNoDate) {
     EXPECT_EQ(Parsed("15 Nov 1994 24:00:00"), "none");
     EXPECT_EQ(Parsed("15 Nov 1994 08:60"), "none");
     EXPECT_EQ(Parsed("15 Nov 1994 08:12:60"), "none");
@@ -161,7 +161,7 @@ TEST(ParseDateTime, TimesOutOfRangeAreNoDate) {
     EXPECT_EQ(Parsed("15 Nov 1994 08:12:"), "none");
 }
 
-TEST(ParseDateTime, OtherTextsAreNoDate) {
+TEST(DateTimeParse, OtherTextsAreNoDate) {
     for (const char* text : {"", " ", "12345", "no date", "15 Xyz 1994", "15 No 1994", "15Nov1994",
                              "Nov 1994", "15 Nov", "1/2", "15 Nov 1994 08:12:31 GMT",
                              "Tue, 15 Nov 1994", "1/2-2001", "15 Nov 1994x", "-1/1/2001"}) {

@@ -16,14 +16,14 @@ void TickTimes(DownloadWatchdog& watchdog, int times, std::int32_t size) {
     }
 }
 
-TEST(Watchdog, CountsEachTickOfAKnownSize) {
+TEST(DownloadWatchdog, CountsEachTickOfAKnownSize) {
     DownloadWatchdog watchdog;
     TickTimes(watchdog, 30, 500000);
     EXPECT_EQ(watchdog.tickCount, 30);
     EXPECT_EQ(watchdog.lastSize, 500000);
 }
 
-TEST(Watchdog, UnknownSizeSetsTheCountBackAndKeepsTheLastSize) {
+TEST(DownloadWatchdog, UnknownSizeSetsTheCountBackAndKeepsTheLastSize) {
     DownloadWatchdog watchdog;
     TickTimes(watchdog, 30, 500000);
     watchdog.Tick(-1);
@@ -34,21 +34,21 @@ TEST(Watchdog, UnknownSizeSetsTheCountBackAndKeepsTheLastSize) {
     EXPECT_EQ(watchdog.lastSize, 500000);
 }
 
-TEST(Watchdog, SizeZeroFromTheStartCounts) {
+TEST(DownloadWatchdog, SizeZeroFromTheStartCounts) {
     DownloadWatchdog watchdog;
     TickTimes(watchdog, 4, 0);
     EXPECT_EQ(watchdog.lastSize, 0);
     EXPECT_EQ(watchdog.tickCount, 4);
 }
 
-TEST(Watchdog, SizeZeroAfterAKnownOneSetsTheCountBack) {
+TEST(DownloadWatchdog, SizeZeroAfterAKnownOneSetsTheCountBack) {
     DownloadWatchdog watchdog;
     TickTimes(watchdog, 4, 500000);
     watchdog.Tick(0);
     EXPECT_EQ(watchdog.tickCount, 0);
 }
 
-TEST(Watchdog, NewSizeDoesNotSetTheCountBack) {
+TEST(DownloadWatchdog, NewSizeDoesNotSetTheCountBack) {
     DownloadWatchdog watchdog;
     TickTimes(watchdog, 3, 500000);
     watchdog.Tick(600000);
@@ -56,7 +56,7 @@ TEST(Watchdog, NewSizeDoesNotSetTheCountBack) {
     EXPECT_EQ(watchdog.tickCount, 4);
 }
 
-TEST(Watchdog, CountGoesOnWhenTheSizeComesBack) {
+TEST(DownloadWatchdog, CountGoesOnWhenTheSizeComesBack) {
     DownloadWatchdog watchdog;
     TickTimes(watchdog, 3, 500000);
     watchdog.Tick(-1);
@@ -64,7 +64,7 @@ TEST(Watchdog, CountGoesOnWhenTheSizeComesBack) {
     EXPECT_EQ(watchdog.tickCount, 2);
 }
 
-TEST(Watchdog, CountReachesTheLargestNumberAndOverflowsBeyond) {
+TEST(DownloadWatchdog, CountReachesTheLargestNumberAndOverflowsBeyond) {
     DownloadWatchdog watchdog;
     watchdog.tickCount = kLargest - 1;
     watchdog.lastSize = 500000;
@@ -79,7 +79,7 @@ TEST(Watchdog, CountReachesTheLargestNumberAndOverflowsBeyond) {
     EXPECT_EQ(watchdog.tickCount, kLargest);
 }
 
-TEST(Watchdog, SetBackFromTheLargestNumberIsNoOverflow) {
+TEST(DownloadWatchdog, SetBackFromTheLargestNumberIsNoOverflow) {
     DownloadWatchdog watchdog;
     watchdog.tickCount = kLargest;
     watchdog.lastSize = 500000;
@@ -87,16 +87,16 @@ TEST(Watchdog, SetBackFromTheLargestNumberIsNoOverflow) {
     EXPECT_EQ(watchdog.tickCount, 0);
 }
 
-class WatchdogTimer : public ProgramTest {
+class DownloadWatchdogTimer : public ProgramTest {
 protected:
-    WatchdogTimer() {
+    DownloadWatchdogTimer() {
         world.Dispatch([this] { Window().Show(); });
         Window().tmrCheckVersion.Enabled = false;
         Window().expectedSize = 500000;
     }
 };
 
-TEST_F(WatchdogTimer, TicksOnceASecondWhileEnabled) {
+TEST_F(DownloadWatchdogTimer, TicksOnceASecondWhileEnabled) {
     Window().tmrDownloadTimeout.Enabled = true;
     world.PumpFor(30001);
     EXPECT_EQ(Window().watchdog.tickCount, 30);
@@ -105,7 +105,7 @@ TEST_F(WatchdogTimer, TicksOnceASecondWhileEnabled) {
     EXPECT_EQ(Window().watchdog.tickCount, 30);
 }
 
-TEST_F(WatchdogTimer, MeasuresAndNeverActs) {
+TEST_F(DownloadWatchdogTimer, MeasuresAndNeverActs) {
     headless::Reply reply;
     reply.states = {};
     reply.silent = true;
@@ -118,7 +118,7 @@ TEST_F(WatchdogTimer, MeasuresAndNeverActs) {
     EXPECT_TRUE(Window().Inet1.StillExecuting());
 }
 
-TEST_F(WatchdogTimer, OverflowIsReportedAndTheRunGoesOn) {
+TEST_F(DownloadWatchdogTimer, OverflowIsReportedAndTheRunGoesOn) {
     Window().watchdog.tickCount = kLargest;
     Window().watchdog.lastSize = 500000;
     world.user.Answer(

@@ -71,20 +71,20 @@ private:
     std::mt19937 random_{20260310};
 };
 
-TEST(IsNumeric, DigitsWithASignAPointAndBlanks) {
+TEST(NumbersIsNumeric, DigitsWithASignAPointAndBlanks) {
     for (const char* text : {"0", "250000", "+5", "-5", "1.5", ".5", "5.", " 12 ", "\t7\r\n"}) {
         EXPECT_TRUE(IsNumeric(text)) << text;
     }
 }
 
-TEST(IsNumeric, OtherTextsAreNone) {
+TEST(NumbersIsNumeric, OtherTextsAreNone) {
     for (const char* text : {"", " ", ".", "-", "+.", "1.2.3", "1 2", "- 5", "--5", "5-", "12a",
                              "0x10", "1e5", "1,000", "12 bytes"}) {
         EXPECT_FALSE(IsNumeric(text)) << text;
     }
 }
 
-TEST(ToDouble, IsTheNumberThatTheLibraryFinds) {
+TEST(NumbersToDouble, IsTheNumberThatTheLibraryFinds) {
     Numerals numerals;
     int compared = 0;
     for (int i = 0; i < 200'000; ++i) {
@@ -99,7 +99,7 @@ TEST(ToDouble, IsTheNumberThatTheLibraryFinds) {
     EXPECT_GT(compared, 150'000);
 }
 
-TEST(ToDouble, OfAHugeNumberIsHuge) {
+TEST(NumbersToDouble, OfAHugeNumberIsHuge) {
     for (const std::string& text :
          {std::string("9007199254740992"), std::string("9007199254740992.5"),
           std::string("18446744073709551616"), std::string(400, '9')}) {
@@ -108,11 +108,11 @@ TEST(ToDouble, OfAHugeNumberIsHuge) {
     }
 }
 
-TEST(ToDouble, OfTextThatIsNoNumberIsATypeMismatch) {
+TEST(NumbersToDouble, OfTextThatIsNoNumberIsATypeMismatch) {
     EXPECT_EQ(ErrorOf([] { ToDouble("1e5"); }), error_number::kTypeMismatch);
 }
 
-TEST(ToLong, IsTheNumberThatTheLibraryFindsRounded) {
+TEST(NumbersToLong, IsTheNumberThatTheLibraryFindsRounded) {
     Numerals numerals;
     for (int i = 0; i < 200'000; ++i) {
         const std::string text = numerals.Next();
@@ -125,14 +125,14 @@ TEST(ToLong, IsTheNumberThatTheLibraryFindsRounded) {
     }
 }
 
-TEST(ToLong, WholeNumbers) {
+TEST(NumbersToLong, WholeNumbers) {
     EXPECT_EQ(ToLong("250000"), 250000);
     EXPECT_EQ(ToLong(" +7 "), 7);
     EXPECT_EQ(ToLong("-7"), -7);
     EXPECT_EQ(ToLong("007"), 7);
 }
 
-TEST(ToLong, FractionsRoundToTheNearest) {
+TEST(NumbersToLong, FractionsRoundToTheNearest) {
     EXPECT_EQ(ToLong("1.49"), 1);
     EXPECT_EQ(ToLong("1.51"), 2);
     EXPECT_EQ(ToLong("-1.51"), -2);
@@ -140,7 +140,7 @@ TEST(ToLong, FractionsRoundToTheNearest) {
     EXPECT_EQ(ToLong(".6"), 1);
 }
 
-TEST(ToLong, HalvesRoundToEven) {
+TEST(NumbersToLong, HalvesRoundToEven) {
     EXPECT_EQ(ToLong("0.5"), 0);
     EXPECT_EQ(ToLong("1.5"), 2);
     EXPECT_EQ(ToLong("2.5"), 2);
@@ -150,14 +150,14 @@ TEST(ToLong, HalvesRoundToEven) {
     EXPECT_EQ(ToLong("80000.5"), 80000);
 }
 
-TEST(ToLong, LimitsOf32Bits) {
+TEST(NumbersToLong, LimitsOf32Bits) {
     EXPECT_EQ(ToLong("2147483647"), 2147483647);
     EXPECT_EQ(ToLong("2147483647.4"), 2147483647);
     EXPECT_EQ(ToLong("-2147483648"), std::numeric_limits<std::int32_t>::min());
     EXPECT_EQ(ToLong("-2147483648.5"), std::numeric_limits<std::int32_t>::min());
 }
 
-TEST(ToLong, BeyondTheLimitsIsOverflow) {
+TEST(NumbersToLong, BeyondTheLimitsIsOverflow) {
     for (const std::string& text :
          {std::string("2147483648"), std::string("2147483647.5"), std::string("-2147483649"),
           std::string("99999999999999999999"), std::string(400, '9'), "-" + std::string(400, '9'),
@@ -166,18 +166,18 @@ TEST(ToLong, BeyondTheLimitsIsOverflow) {
     }
 }
 
-TEST(ToLong, TinyFractionsAreZeroAndNoOverflow) {
+TEST(NumbersToLong, TinyFractionsAreZeroAndNoOverflow) {
     EXPECT_EQ(ToLong("0." + std::string(400, '0') + "1"), 0);
     EXPECT_EQ(ToLong("." + std::string(400, '0') + "1"), 0);
 }
 
-TEST(ToLong, TextThatIsNoNumberIsATypeMismatch) {
+TEST(NumbersToLong, TextThatIsNoNumberIsATypeMismatch) {
     for (const char* text : {"", "abc", "12a", "1e5"}) {
         EXPECT_EQ(ErrorOf([&] { ToLong(text); }), error_number::kTypeMismatch) << text;
     }
 }
 
-TEST(ToInteger, HalvesRoundToEven) {
+TEST(NumbersToInteger, HalvesRoundToEven) {
     EXPECT_EQ(ToInteger(0.5), 0);
     EXPECT_EQ(ToInteger(1.5), 2);
     EXPECT_EQ(ToInteger(99.5), 100);
@@ -186,7 +186,7 @@ TEST(ToInteger, HalvesRoundToEven) {
     EXPECT_EQ(ToInteger(99.51), 100);
 }
 
-TEST(ToInteger, LimitsOf16Bits) {
+TEST(NumbersToInteger, LimitsOf16Bits) {
     EXPECT_EQ(ToInteger(32767.4), 32767);
     EXPECT_EQ(ToInteger(-32768.5), -32768);
     for (const double number :
@@ -196,12 +196,12 @@ TEST(ToInteger, LimitsOf16Bits) {
     }
 }
 
-TEST(NumberedText, IsTheNumberAndTheWords) {
+TEST(NumbersNumberedText, IsTheNumberAndTheWords) {
     EXPECT_EQ(std::string_view(NumberedText(7, " of 9")), "7 of 9");
     EXPECT_EQ(std::string_view(NumberedText(0, "")), "0");
 }
 
-TEST(NumberedText, HasRoomForEveryNumber) {
+TEST(NumbersNumberedText, HasRoomForEveryNumber) {
     constexpr auto kLeast = std::numeric_limits<std::int32_t>::min();
     EXPECT_EQ(std::string_view(NumberedText(kLeast, " is 32 characters long, as words")),
               "-2147483648 is 32 characters long, as words");

@@ -8,7 +8,7 @@
 namespace swiftpatch {
 namespace {
 
-TEST(RuntimeErrorTexts, EachNumberHasItsDescription) {
+TEST(RuntimeErrorTest, EachNumberHasItsDescription) {
     const std::map<std::int32_t, std::string> texts{
         {5, "Invalid procedure call or argument"},
         {6, "Overflow"},
@@ -33,28 +33,28 @@ TEST(RuntimeErrorTexts, EachNumberHasItsDescription) {
     }
 }
 
-TEST(RuntimeErrorTexts, TransferNumbersHaveTextsOfTheirOwn) {
+TEST(RuntimeErrorTest, TransferNumbersHaveTextsOfTheirOwn) {
     EXPECT_NE(RuntimeError(35752).Description(), RuntimeError(35754).Description());
     EXPECT_NE(RuntimeError(35754).Description(), RuntimeError(35756).Description());
     EXPECT_NE(RuntimeError(35756).Description(), RuntimeError(35758).Description());
 }
 
-TEST(RuntimeErrorTexts, OtherNumbersHaveTheGeneralDescription) {
+TEST(RuntimeErrorTest, OtherNumbersHaveTheGeneralDescription) {
     EXPECT_EQ(RuntimeError(12345).Description(), "Application-defined or object-defined error");
 }
 
-TEST(RuntimeErrorTexts, DescriptionCanBeGiven) {
+TEST(RuntimeErrorTest, DescriptionCanBeGiven) {
     const RuntimeError error(75, "No.");
     EXPECT_EQ(error.Description(), "No.");
     EXPECT_STREQ(error.what(), "No.");
 }
 
-TEST(RuntimeErrorTexts, SystemsBoxForAnUntrappedError) {
+TEST(RuntimeErrorTest, SystemsBoxForAnUntrappedError) {
     EXPECT_EQ(UntrappedErrorText(RuntimeError(438)),
               "Run-time error '438':\r\n\r\nObject doesn't support this property or method");
 }
 
-TEST(RuntimeErrorTexts, EndOfTheRunIsNoErrorThatATrapCouldCatch) {
+TEST(RuntimeErrorTest, EndOfTheRunIsNoErrorThatATrapCouldCatch) {
     EXPECT_FALSE((std::is_base_of_v<std::exception, EndProgram>));
     EXPECT_FALSE((std::is_convertible_v<EndProgram*, RuntimeError*>));
 }

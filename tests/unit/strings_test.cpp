@@ -12,28 +12,28 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST(Replace, EveryOccurrenceFromTheFirstCharacterOn) {
+TEST(StringsReplace, EveryOccurrenceFromTheFirstCharacterOn) {
     EXPECT_EQ(Replace("aXbXc", "X", "--"), "a--b--c");
     EXPECT_EQ(Replace("XX", "X", ""), "");
 }
 
-TEST(Replace, MatchesExactlyWithRegardToCase) {
+TEST(StringsReplace, MatchesExactlyWithRegardToCase) {
     EXPECT_EQ(Replace("tolvex30.exe TOLVEX30.EXE", "tolvex30.exe", "x"), "x TOLVEX30.EXE");
 }
 
-TEST(Replace, WhatAReplacementPutsTogetherStays) {
+TEST(StringsReplace, WhatAReplacementPutsTogetherStays) {
     EXPECT_EQ(Replace("aabb", "ab", ""), "ab");
     EXPECT_EQ(Replace("a", "a", "aa"), "aa");
 }
 
-TEST(Replace, OverlappingMatchesCountOnce) { EXPECT_EQ(Replace("aaa", "aa", "b"), "ba"); }
+TEST(StringsReplace, OverlappingMatchesCountOnce) { EXPECT_EQ(Replace("aaa", "aa", "b"), "ba"); }
 
-TEST(Replace, TextWithoutMatchStays) {
+TEST(StringsReplace, TextWithoutMatchStays) {
     EXPECT_EQ(Replace("abc", "abcd", "x"), "abc");
     EXPECT_EQ(Replace("", "a", "x"), "");
 }
 
-TEST(Right, LastCharactersOrAllOfThem) {
+TEST(StringsRight, LastCharactersOrAllOfThem) {
     EXPECT_EQ(Right("abcdef", 2), "ef");
     EXPECT_EQ(Right("abc", 3), "abc");
     EXPECT_EQ(Right("abc", 10), "abc");
@@ -41,7 +41,7 @@ TEST(Right, LastCharactersOrAllOfThem) {
     EXPECT_EQ(Right("abc", 0), "");
 }
 
-TEST(Right, NegativeCountIsError5) {
+TEST(StringsRight, NegativeCountIsError5) {
     try {
         Right("abc", -1);
         FAIL() << "no error";
@@ -50,27 +50,27 @@ TEST(Right, NegativeCountIsError5) {
     }
 }
 
-TEST(Split, CutsAtEverySeparator) {
+TEST(StringsSplit, CutsAtEverySeparator) {
     EXPECT_THAT(Split("3.0.12.5", '.'), ElementsAre("3", "0", "12", "5"));
     EXPECT_THAT(Split("3", '.'), ElementsAre("3"));
 }
 
-TEST(Split, EmptyPartsAreKept) {
+TEST(StringsSplit, EmptyPartsAreKept) {
     EXPECT_THAT(Split("a,,b", ','), ElementsAre("a", "", "b"));
     EXPECT_THAT(Split("a,", ','), ElementsAre("a", ""));
     EXPECT_THAT(Split(",a", ','), ElementsAre("", "a"));
     EXPECT_THAT(Split(",", ','), ElementsAre("", ""));
 }
 
-TEST(Split, EmptyTextHasNoParts) { EXPECT_THAT(Split("", ','), ElementsAre()); }
+TEST(StringsSplit, EmptyTextHasNoParts) { EXPECT_THAT(Split("", ','), ElementsAre()); }
 
-TEST(TrimBlanks, BlanksTabsAndLineEndsGoAtBothEnds) {
+TEST(StringsTrimBlanks, BlanksTabsAndLineEndsGoAtBothEnds) {
     EXPECT_EQ(TrimBlanks(" \t\r\na b\r\n\t "), "a b");
     EXPECT_EQ(TrimBlanks(" \t\r\n"), "");
     EXPECT_EQ(TrimBlanks(""), "");
 }
 
-TEST(EqualWithoutCase, OnlyAsciiLettersAreTheSame) {
+TEST(StringsEqualWithoutCase, OnlyAsciiLettersAreTheSame) {
     EXPECT_TRUE(EqualWithoutCase("Content-LENGTH", "content-length"));
     EXPECT_TRUE(EqualWithoutCase("", ""));
     EXPECT_FALSE(EqualWithoutCase("\xC4", "\xE4"));
@@ -79,7 +79,7 @@ TEST(EqualWithoutCase, OnlyAsciiLettersAreTheSame) {
     EXPECT_FALSE(EqualWithoutCase("ab", "abc"));
 }
 
-TEST(ZeroPadded, HasAtLeastThatManyDigits) {
+TEST(StringsZeroPadded, HasAtLeastThatManyDigits) {
     EXPECT_EQ(ZeroPadded(0, 3), "000");
     EXPECT_EQ(ZeroPadded(5, 3), "005");
     EXPECT_EQ(ZeroPadded(12, 2), "12");
@@ -87,7 +87,7 @@ TEST(ZeroPadded, HasAtLeastThatManyDigits) {
     EXPECT_EQ(ZeroPadded(0, 1), "0");
 }
 
-TEST(ZeroPadded, MinusComesBeforeTheZeros) {
+TEST(StringsZeroPadded, MinusComesBeforeTheZeros) {
     EXPECT_EQ(ZeroPadded(-5, 2), "-05");
     EXPECT_EQ(ZeroPadded(-25536, 2), "-25536");
     EXPECT_EQ(ZeroPadded(std::numeric_limits<std::int32_t>::min(), 2), "-2147483648");
