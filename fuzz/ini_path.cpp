@@ -1,4 +1,5 @@
 #include "components/clsIniFile.h"
+#include "components/join_path.h"
 #include "property.h"
 
 namespace swiftpatch::fuzz {

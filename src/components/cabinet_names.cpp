@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "components/clsIniFile.h"
+#include "components/join_path.h"
 #include "runtime/strings.h"
 
 namespace swiftpatch {

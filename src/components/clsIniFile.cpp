@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "components/join_path.h"
 #include "runtime/profile.h"
 
 namespace swiftpatch {
@@ -11,16 +12,6 @@ constexpr std::size_t kBufferLength = 256;
 constexpr char kFill = '\1';
 
 }  // namespace
-
-std::string JoinPath(std::string_view first, std::string_view second) {
-    while (first.ends_with('\\')) {
-        first.remove_suffix(1);
-    }
-    while (second.starts_with('\\')) {
-        second.remove_prefix(1);
-    }
-    return std::string(first) + "\\" + std::string(second);
-}
 
 void clsIniFile::CreateIni(const std::string& sDrv, const std::string& sDir) {
     iniPath_ = JoinPath(sDrv, sDir);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 namespace swiftpatch {
 
@@ -29,8 +28,5 @@ public:
 private:
     std::string iniPath_;
 };
-
-/// `first` without its trailing backslashes, one "\", and `second` without its leading ones.
-std::string JoinPath(std::string_view first, std::string_view second);
 
 }  // namespace swiftpatch
