@@ -16,7 +16,7 @@ endif()
 if(WIN32)
     # A build in another folder, or of another day, gives the same bytes. (Not of the native tests:
     # what measures their coverage could not find the sources.)
-    add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=>)
+    add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=>)
     # Declarations up to Windows XP only: a newer function is then a compile error where it is
     # used, not a program that does not start on an old system.
     set(SWIFTPATCH_WINDOWS_DEFINITIONS

@@ -8,7 +8,7 @@ configure_file(resources/tolvex.dta.sample.txt generated/tolvex.dta.sample.txt
     @ONLY NEWLINE_STYLE DOS)
 
 install(TARGETS swiftpatch RUNTIME DESTINATION .)
-install(FILES ${CMAKE_BINARY_DIR}/generated/tolvex.dta.sample.txt LICENSE DESTINATION .)
+install(FILES ${PROJECT_BINARY_DIR}/generated/tolvex.dta.sample.txt LICENSE DESTINATION .)
 install(FILES docs/deploying.md docs/publishing.md DESTINATION docs)
 
 # In the form that sha256sum --check reads.

@@ -8,10 +8,8 @@ namespace swiftpatch::App {
 /// trailing backslash; its short name where the code page cannot spell it.
 std::string Path();
 
-/// "SwiftPatch".
+// What the program says of itself (program.h).
 std::string Title();
-
-// The program's own version.
 int Major();
 int Minor();
 int Revision();

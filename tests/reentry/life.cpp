@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "app/main.h"
 #include "install/frmRunning.h"
 #include "install/running_program.h"
 #include "runtime/events.h"
+#include "runtime/program.h"
 #include "shared/shared_state.h"
 
 namespace swiftpatch::reentry {

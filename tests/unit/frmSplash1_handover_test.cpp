@@ -1,5 +1,5 @@
 #include "app/frmSplash1.h"
-#include "app/main.h"
+#include "runtime/program.h"
 #include "shared/shared_state.h"
 #include "unit/program_test.h"
 

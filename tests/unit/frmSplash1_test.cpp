@@ -1,6 +1,6 @@
 #include "app/frmSplash1.h"
 
-#include "app/main.h"
+#include "runtime/program.h"
 #include "runtime/runtime_error.h"
 #include "shared/branding.h"
 #include "shared/shared_state.h"

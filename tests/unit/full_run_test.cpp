@@ -1,5 +1,5 @@
 #include "app/frmSplash1.h"
-#include "app/main.h"
+#include "runtime/program.h"
 #include "unit/program_test.h"
 
 namespace swiftpatch {

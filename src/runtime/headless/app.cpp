@@ -1,6 +1,7 @@
 #include "runtime/app.h"
 
 #include "runtime/headless/world.h"
+#include "runtime/program.h"
 
 namespace swiftpatch::App {
 
@@ -8,7 +9,7 @@ using headless::TheWorld;
 
 std::string Path() { return TheWorld().machine.applicationFolder; }
 
-std::string Title() { return "SwiftPatch"; }
+std::string Title() { return kProgram.title; }
 
 int Major() { return TheWorld().machine.major; }
 

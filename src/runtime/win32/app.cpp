@@ -2,8 +2,8 @@
 
 #include <array>
 
+#include "runtime/program.h"
 #include "runtime/win32/win32.h"
-#include "shared/version.h"
 
 namespace swiftpatch::App {
 namespace {
@@ -55,11 +55,11 @@ std::string Path() {
     return file.substr(0, file.rfind('\\'));
 }
 
-std::string Title() { return kProductName; }
+std::string Title() { return kProgram.title; }
 
-int Major() { return kVersionMajor; }
-int Minor() { return kVersionMinor; }
-int Revision() { return kVersionRevision; }
+int Major() { return kProgram.major; }
+int Minor() { return kProgram.minor; }
+int Revision() { return kProgram.revision; }
 
 bool PrevInstance() {
     static const bool previous = NameTaken(Title() + ".Instance");

@@ -2,6 +2,7 @@
 // place that is not there. Nobody traps these by their kind, so here they are one small exception.
 // The library's own ones keep their words in a second kind of string, and the whole of that, with
 // the source of random numbers that it draws in, is a fifth of the program.
+#include <cstdlib>
 #include <exception>
 #include <new>
 #include <string>
@@ -21,3 +22,12 @@ void __throw_logic_error(const char* /*what*/) { throw BrokenContract(); }
 void __throw_out_of_range_fmt(const char* /*what*/, ...) { throw BrokenContract(); }
 
 }  // namespace std
+
+namespace __gnu_cxx {
+
+/// Takes the place of the library's handler for what should never happen, which prints the type of
+/// an exception to a console that is not there; with what it needs for that it is the largest part
+/// of the library.
+void __verbose_terminate_handler() { std::abort(); }
+
+}  // namespace __gnu_cxx

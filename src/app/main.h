@@ -1,8 +1,0 @@
-#pragma once
-
-namespace swiftpatch {
-
-/// The start procedure: shows the splash window, whose load event runs the rest of the start.
-void Main();
-
-}  // namespace swiftpatch
