@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "components/utilities.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "net/wait.h"
 #include "runtime/desktop.h"
@@ -127,8 +126,7 @@ bool GetWindowHandles(frmSwiftPatch& window) {
     if (!search.found) {
         return false;
     }
-    window.topMost = SetTopMost(window.Handle(), kTrue);
-    DoEvents();
+    window.MakeTopMost();
     if (UserWantsItClosed()) {
         const std::int32_t refused = SendMessageA(search.lastHandle, kWmClose, 0, 0);
         WaitSeconds(2);

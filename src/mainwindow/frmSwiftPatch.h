@@ -61,10 +61,16 @@ public:
     /// its stopped state. `style` is one of message_style. `message` comes back with a CR LF
     /// appended. Pumps.
     void error_Message(std::string& message, std::int16_t style, const std::string& code);
+    /// Compares the file `name` of the application folder with the staged build, which the window
+    /// shows as the version available to install. `result` is one of comparison's values. Errors
+    /// are not trapped. Pumps.
+    void CompareProductVersions(const std::string& name, std::int16_t& result);
     /// Shows what the comparison of the received build with the file `name` found. Pumps.
     void ShowComparisonOutcome(std::int16_t result, const std::string& name);
     /// Pumps.
     void HideBusyDisplay();
+    /// Puts the window above all that are not topmost. Pumps.
+    void MakeTopMost();
     /// To be called where a stage leaves the next step to the user: puts the keyboard on it.
     void FocusNextStep();
 
@@ -99,7 +105,6 @@ private:
     void Design();
     void PlaceControls();
     void WireEvents();
-    void MakeTopMost();
     void ShowOwnVersion();
     void ShowBetaNotice();
     /// Shows the button of the error log when there is a log to be read.

@@ -46,16 +46,16 @@ std::int16_t CompareVersionTexts(const std::string& installed, const std::string
     return equal ? comparison::kNothingNewer : preset;
 }
 
-void CompareProductVersions(frmSwiftPatch& window, const std::string& name, std::int16_t& result) {
+void frmSwiftPatch::CompareProductVersions(const std::string& name, std::int16_t& result) {
     if (!FileExists(AppFile(name))) {
         result = comparison::kNamedFileMissing;
         return;
     }
     const std::string installed = modVersion::GetFileVersion(AppFile(name)).ProductVersion;
-    window.stagedVersion = modVersion::GetFileVersion(AppFile(kStagedBuild));
-    const std::string& offered = window.stagedVersion.ProductVersion;
-    window.lblTolvexVersion.Caption = "q-tolvex Version available to install: " + offered;
-    window.lblTolvexVersion.Visible = true;
+    stagedVersion = modVersion::GetFileVersion(AppFile(kStagedBuild));
+    const std::string& offered = stagedVersion.ProductVersion;
+    lblTolvexVersion.Caption = "q-tolvex Version available to install: " + offered;
+    lblTolvexVersion.Visible = true;
     result = CompareVersionTexts(installed, offered);
 }
 

@@ -5,8 +5,6 @@
 
 namespace swiftpatch {
 
-class frmSwiftPatch;
-
 /// What the comparison of an installed program with the build on offer can find.
 namespace comparison {
 inline constexpr std::int16_t kNamedFileMissing = -3;
@@ -19,9 +17,5 @@ inline constexpr std::int16_t kNewerOffered = 2;
 /// Compares two product version texts such as 3.00.12.05 by their first three parts. Raises error
 /// 9 when a part that is looked at is missing, 13 when it is no number, 6 when it is too large.
 std::int16_t CompareVersionTexts(const std::string& installed, const std::string& offered);
-
-/// Compares the file `name` of the application folder with the staged build, which the window
-/// shows as the version available to install. Errors are not trapped. Pumps.
-void CompareProductVersions(frmSwiftPatch& window, const std::string& name, std::int16_t& result);
 
 }  // namespace swiftpatch

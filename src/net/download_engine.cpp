@@ -1,7 +1,6 @@
 #include <algorithm>
 
 #include "mainwindow/frmSwiftPatch.h"
-#include "mainwindow/version_comparison.h"
 #include "net/chunk_count.h"
 #include "runtime/clock.h"
 #include "runtime/events.h"
@@ -159,7 +158,7 @@ void frmSwiftPatch::FollowUp() {
     lblStatus.Caption = "";
     ShowAnimation(AppFile(kBusyAnimation), "Checking for updates...");
     std::int16_t result = 0;
-    CompareProductVersions(*this, kMainProgram, result);
+    CompareProductVersions(kMainProgram, result);
     ShowComparisonOutcome(result, kMainProgram);
 }
 

@@ -87,7 +87,7 @@ protected:
         std::int16_t result = kUntouched;
         world.Dispatch([&] {
             try {
-                CompareProductVersions(Window(), name, result);
+                Window().CompareProductVersions(name, result);
             } catch (const RuntimeError& error) {
                 raised = error.Number();
             }
