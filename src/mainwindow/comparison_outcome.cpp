@@ -1,8 +1,6 @@
 #include "mainwindow/frmSwiftPatch.h"
 #include "mainwindow/version_comparison.h"
 #include "runtime/events.h"
-#include "shared/paths.h"
-#include "shared/shared_state.h"
 
 namespace swiftpatch {
 namespace {
@@ -38,24 +36,6 @@ void ReportNothingNewer(frmSwiftPatch& window) {
     window.HideBusyDisplay();
 }
 
-void OfferDownloadedBuild(frmSwiftPatch& window) {
-    window.tmrCheckVersion.Enabled = false;
-    window.lblAnimationMsg.Caption = "You have downloaded the latest version of q-tolvex";
-    window.Animation1.Stop();
-    window.cmdInstall.Visible = true;
-    window.cmdInstall.Enabled = true;
-    window.lblStatus.Caption = "Click on Install Button.";
-    window.Pointer = MousePointer::kDefault;
-    window.stagedVersion = modVersion::GetFileVersion(AppFile(kStagedBuild));
-    window.lblTolvexVersion.Caption =
-        "q-tolvex Version available to install: " + window.stagedVersion.ProductVersion;
-    window.cmdClose.Enabled = true;
-    window.FocusNextStep();
-    if (shared.InstallAtOnce) {
-        window.cmdInstall_Click();
-    }
-}
-
 }  // namespace
 
 void frmSwiftPatch::ShowComparisonOutcome(std::int16_t result, const std::string& name) {
@@ -73,7 +53,7 @@ void frmSwiftPatch::ShowComparisonOutcome(std::int16_t result, const std::string
             ReportNothingNewer(*this);
             break;
         case comparison::kNewerOffered:
-            OfferDownloadedBuild(*this);
+            OfferDownloadedBuild();
             break;
         default:
             break;

@@ -109,6 +109,11 @@ private:
     void ShowBetaNotice();
     /// Shows the button of the error log when there is a log to be read.
     void OfferErrorLog();
+    /// Leave the installation to the user, or begin it where it is to come at once: of a build that
+    /// was there before this run, and of one that has just come in.
+    void OfferInstall();
+    void OfferDownloadedBuild();
+    void ShowVersionOnOffer(const std::string& version);
 
     // The steps of tmrCheckVersion_Timer.
     void AnnounceCheck();
@@ -119,7 +124,6 @@ private:
     void ReadLocalBuilds();
     void ReportBadDownloadLink();
     void ReportLatestVersion();
-    void OfferInstall();
     void StartDownload();
     void Request(const std::string& url);
     void WaitUntilIdle();

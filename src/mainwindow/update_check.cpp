@@ -181,24 +181,6 @@ void frmSwiftPatch::ReportLatestVersion() {
     FocusNextStep();
 }
 
-void frmSwiftPatch::OfferInstall() {
-    tmrCheckVersion.Enabled = false;
-    lblAnimationMsg.Caption = "You have downloaded the latest version of q-tolvex";
-    lblTolvexVersion.Caption =
-        "q-tolvex Version available to install: " + check.stagedProductVersion;
-    lblTolvexVersion.Visible = true;
-    ShowAnimation("", "");
-    cmdInstall.Visible = true;
-    cmdInstall.Enabled = true;
-    lblStatus.Caption = "Click on Install Button.";
-    Pointer = MousePointer::kDefault;
-    cmdClose.Enabled = true;
-    FocusNextStep();
-    if (shared.InstallAtOnce) {
-        cmdInstall_Click();
-    }
-}
-
 void frmSwiftPatch::StartDownload() {
     lblStatus.Caption = "0 % download completed";
     downloadMode = DownloadMode::kBuild;

@@ -54,7 +54,7 @@ void frmSwiftPatch::CompareProductVersions(const std::string& name, std::int16_t
     const std::string installed = modVersion::GetFileVersion(AppFile(name)).ProductVersion;
     stagedVersion = modVersion::GetFileVersion(AppFile(kStagedBuild));
     const std::string& offered = stagedVersion.ProductVersion;
-    lblTolvexVersion.Caption = "q-tolvex Version available to install: " + offered;
+    ShowVersionOnOffer(offered);
     lblTolvexVersion.Visible = true;
     result = CompareVersionTexts(installed, offered);
 }

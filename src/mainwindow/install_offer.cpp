@@ -1,0 +1,52 @@
+#include "mainwindow/frmSwiftPatch.h"
+#include "shared/paths.h"
+#include "shared/shared_state.h"
+
+namespace swiftpatch {
+namespace {
+
+void SayThatABuildIsThere(frmSwiftPatch& window) {
+    window.tmrCheckVersion.Enabled = false;
+    window.lblAnimationMsg.Caption = "You have downloaded the latest version of q-tolvex";
+}
+
+void ShowInstallButton(frmSwiftPatch& window) {
+    window.cmdInstall.Visible = true;
+    window.cmdInstall.Enabled = true;
+    window.lblStatus.Caption = "Click on Install Button.";
+    window.Pointer = MousePointer::kDefault;
+}
+
+void WaitForPressOrInstall(frmSwiftPatch& window) {
+    window.cmdClose.Enabled = true;
+    window.FocusNextStep();
+    if (shared.InstallAtOnce) {
+        window.cmdInstall_Click();
+    }
+}
+
+}  // namespace
+
+void frmSwiftPatch::ShowVersionOnOffer(const std::string& version) {
+    lblTolvexVersion.Caption = "q-tolvex Version available to install: " + version;
+}
+
+void frmSwiftPatch::OfferInstall() {
+    SayThatABuildIsThere(*this);
+    ShowVersionOnOffer(check.stagedProductVersion);
+    lblTolvexVersion.Visible = true;
+    ShowAnimation("", "");
+    ShowInstallButton(*this);
+    WaitForPressOrInstall(*this);
+}
+
+void frmSwiftPatch::OfferDownloadedBuild() {
+    SayThatABuildIsThere(*this);
+    Animation1.Stop();
+    ShowInstallButton(*this);
+    stagedVersion = modVersion::GetFileVersion(AppFile(kStagedBuild));
+    ShowVersionOnOffer(stagedVersion.ProductVersion);
+    WaitForPressOrInstall(*this);
+}
+
+}  // namespace swiftpatch
