@@ -5,6 +5,7 @@
 
 #include "runtime/clock.h"
 #include "runtime/events.h"
+#include "runtime/internal/http_address.h"
 #include "runtime/internal/http_headers.h"
 #include "runtime/internal/inet_transport.h"
 #include "runtime/numbers.h"

@@ -1,6 +1,8 @@
+#include "runtime/internal/http_address.h"
+
 #include <gtest/gtest.h>
 
-#include "runtime/internal/inet_transport.h"
+#include "runtime/internal/http_headers.h"
 #include "runtime/runtime_error.h"
 
 namespace swiftpatch {

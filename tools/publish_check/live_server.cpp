@@ -4,7 +4,7 @@
 
 #include "publish_check/field_machine.h"
 #include "publish_check/http_client.h"
-#include "runtime/internal/inet_transport.h"
+#include "runtime/internal/http_address.h"
 #include "runtime/runtime_error.h"
 #include "shared/paths.h"
 

@@ -5,6 +5,7 @@
 
 #include "runtime/headless/world.h"
 #include "runtime/inet.h"
+#include "runtime/internal/http_address.h"
 #include "runtime/runtime_error.h"
 
 namespace swiftpatch {

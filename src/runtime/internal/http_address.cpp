@@ -1,6 +1,9 @@
-#include <charconv>
+#include "runtime/internal/http_address.h"
 
-#include "runtime/internal/inet_transport.h"
+#include <algorithm>
+#include <charconv>
+#include <string_view>
+
 #include "runtime/runtime_error.h"
 #include "runtime/strings.h"
 

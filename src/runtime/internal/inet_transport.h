@@ -10,16 +10,7 @@
 namespace swiftpatch {
 
 class Inet;
-
-/// An http address, taken apart.
-struct HttpAddress {
-    std::string host;
-    std::uint16_t port = 80;
-    std::string path = "/";  ///< With the query, without the fragment.
-};
-
-/// Takes an address apart; "http://" may be missing. Raises 35752 when it is not an http address.
-HttpAddress ParseHttpAddress(const std::string& url);
+struct HttpAddress;
 
 /// How the platform carries one request at a time for an Inet. Reports come to the Inet on the
 /// user-interface thread, from inside pumps and never from inside these calls.

@@ -10,6 +10,7 @@
 
 #include "runtime/events.h"
 #include "runtime/inet.h"
+#include "runtime/internal/http_address.h"
 #include "runtime/runtime_error.h"
 #include "runtime/short_rests.h"
 #include "runtime/win32/errors.h"
