@@ -1,6 +1,5 @@
 #include "runtime/internal/inet_transport.h"
 
-#include <chrono>
 #include <deque>
 #include <functional>
 #include <optional>
@@ -12,9 +11,7 @@
 #include "runtime/inet.h"
 #include "runtime/internal/http_address.h"
 #include "runtime/runtime_error.h"
-#include "runtime/short_rests.h"
 #include "runtime/win32/errors.h"
-#include "runtime/win32/fine_clock.h"
 #include "runtime/win32/inet_calls.h"
 #include "runtime/win32/pump.h"
 
@@ -62,7 +59,6 @@ struct InetTransport::Request {
     void OnCompleted(DWORD error);
     void OnAnswered(DWORD error);
     void PassOnBody();
-    void LetMoreComeIn();
     void Gather();
     DWORD Read(std::span<char> target);
     void FailLater(DWORD error);
@@ -76,7 +72,6 @@ struct InetTransport::Request {
     std::string server;  ///< Host and port of the connection.
     UniqueInternet handle;
     Exchange* exchange = nullptr;
-    ShortRests rests;
     Exchange::Block block;       ///< Where the platform puts the body's bytes.
     std::size_t held = 0;        ///< How many of them are there.
     std::deque<Report> reports;  ///< Those that came while events were held, in their order.
@@ -241,23 +236,12 @@ void InetTransport::Request::OnCompleted(DWORD error) {
 
 void InetTransport::Request::PassOnBody() {
     const std::uint32_t number = exchange->Number();
-    LetMoreComeIn();
     Gather();
     wanted = !HasBlock() && failure == ERROR_SUCCESS;
     if (HasBlock()) {
         owner.OnBlock(number, TakeBlock());
     } else if (!wanted) {
         owner.OnFailed(number, TransferErrorNumber(failure, true));
-    }
-}
-
-/// On a fast wire the piece that ends a wait is the first of many, and a wait costs far more than
-/// reading a piece.
-void InetTransport::Request::LetMoreComeIn() {
-    if (rests.Due()) {
-        const LONGLONG start = FineMicroseconds();
-        ::Sleep(1);
-        rests.Took(std::chrono::microseconds(FineMicroseconds() - start));
     }
 }
 
