@@ -1,3 +1,16 @@
+// The life of one request, the same on every platform: its states, its time-out and its body.
+//
+// Everything is on the user-interface thread. The transport reports from inside pumps, never from
+// inside a call to it, and each report carries the number that Open was given; so one that was on
+// its way when the request was cancelled or replaced finds another number and is dropped. An Inet
+// lives as long as its form, its transport as long as it, and a request until it has ended, failed
+// or been replaced. StateChanged may do anything, even start the next request: after each call of
+// it nothing is taken for granted.
+//
+// The time-out is a clock of our own, looked at by the transport's timer and in each wait for
+// bytes. The platform's own time-outs differ from version to version and cannot be held while a
+// question is open. Blocks are read ahead and handed out in slices, because the program asks for
+// 1024 bytes at a time, and one read of the platform for each would be twenty times slower.
 #include "runtime/inet.h"
 
 #include <algorithm>

@@ -13,7 +13,8 @@ namespace swiftpatch {
 using headless::Reply;
 using headless::TheWorld;
 
-struct InetTransport::Request {
+class InetTransport::Request {
+public:
     std::uint32_t number = 0;
     Reply reply;
     std::size_t sent = 0;

@@ -33,9 +33,9 @@ public:
     /// Ends the present request; nothing of it is reported any more. Calls OnClock no longer.
     void Close();
 
-    struct Request;
-
 private:
+    class Request;
+
     Inet& owner_;
     std::shared_ptr<Request> request_;
 };

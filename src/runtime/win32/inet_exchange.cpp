@@ -1,3 +1,15 @@
+// What happens on the platform's own threads during a request.
+//
+// The http library calls back on whatever thread it has, in the middle of its own work and even
+// after the handle has been closed. So the callback decides as little as possible: it turns a
+// status into a numbered message for the transport's hidden window and returns. It calls nothing of
+// the program, takes no lock, and touches nothing but its Exchange, whose few changing words are
+// interlocked.
+//
+// The Exchange is on the heap and counts its owners: the transport lets go of it when it closes the
+// request, the platform with the last callback for the handle, which may come much later. Were it a
+// part of the transport, a late callback would find another request in its place, or nothing. The
+// blocks for the body belong to it for the same reason: a read may still be under way.
 #include "runtime/win32/inet_exchange.h"
 
 #include <algorithm>

@@ -1,9 +1,19 @@
+// One request at a time over the platform's http library, which works on threads of its own.
+//
+// A transport keeps a hidden window, a session and the connection to the server asked last for as
+// long as it lives, and a handle with its Exchange for as long as a request is open. The library's
+// callbacks know only the Exchange, which posts numbered messages to the hidden window; everything
+// here runs on the user-interface thread, inside whatever pump finds those messages. So no lock is
+// needed, and a request can be closed at any moment, inside its own report too: what was posted of
+// it before is dropped by its number.
+//
+// Calls that wait for their result would be simpler, but each would hold up all windows, and on a
+// thread of our own everything above would be called from two sides. A report that comes
+// while events are held stays here, behind those before it.
 #include "runtime/internal/inet_transport.h"
 
 #include <deque>
 #include <functional>
-#include <optional>
-#include <span>
 #include <string>
 #include <utility>
 
@@ -12,77 +22,16 @@
 #include "runtime/internal/http_address.h"
 #include "runtime/runtime_error.h"
 #include "runtime/win32/errors.h"
+#include "runtime/win32/inet_body.h"
 #include "runtime/win32/inet_calls.h"
 #include "runtime/win32/pump.h"
 
 namespace swiftpatch {
 namespace {
 
-/// A block that holds this much is handed over without a further read.
-constexpr std::size_t kEnough = Exchange::kBlockSize / 2;
 constexpr UINT_PTR kClockTimer = 1;
 constexpr UINT kClockInterval = 250;
 constexpr const char* kWindowClass = "SwiftPatchTransfer";
-
-}  // namespace
-
-/// What the platform keeps for a transport: the window that is told, the connection to the server
-/// asked last, and the request under way.
-struct InetTransport::Request {
-    enum class Phase {
-        kIdle,
-        kSending,
-        kAnswered,  ///< The body can be read.
-        kWaiting,   ///< For bytes of the body, its end or its failure.
-    };
-
-    explicit Request(Inet& itsOwner);
-    ~Request();
-    Request(const Request&) = delete;
-    Request& operator=(const Request&) = delete;
-
-    void Connect(const HttpAddress& address);
-    void Send(std::uint32_t number, const HttpAddress& address, const std::string& verb);
-    std::optional<Bytes> ReadBlock();
-    void Close();
-
-    /// What a message of the transfer says: of which request, and what.
-    struct Report {
-        UINT message;
-        WPARAM number;
-        LPARAM value;
-    };
-
-    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    void PassOnReports();
-    void PassOn(const Report& report);
-    void OnCompleted(DWORD error);
-    void OnAnswered(DWORD error);
-    void PassOnBody();
-    void Gather();
-    DWORD Read(std::span<char> target);
-    void FailLater(DWORD error);
-    bool HasBlock() const { return ended || held != 0; }
-    Bytes TakeBlock();
-
-    Inet& owner;
-    UniqueWindow window;
-    UniqueInternet session;
-    UniqueInternet connection;
-    std::string server;  ///< Host and port of the connection.
-    UniqueInternet handle;
-    Exchange* exchange = nullptr;
-    Exchange::Block block;       ///< Where the platform puts the body's bytes.
-    std::size_t held = 0;        ///< How many of them are there.
-    std::deque<Report> reports;  ///< Those that came while events were held, in their order.
-    Phase phase = Phase::kIdle;
-    bool headersOnly = false;  ///< The answer has no body.
-    bool wanted = false;       ///< A block has been asked for, and was not there.
-    bool ended = false;
-    DWORD failure = ERROR_SUCCESS;  ///< Of a read that nobody waited for.
-};
-
-namespace {
 
 void Raise(const std::function<void()>& procedure) {
     if (!RunIsOver()) {
@@ -90,19 +39,10 @@ void Raise(const std::function<void()>& procedure) {
     }
 }
 
-LRESULT CALLBACK TransferProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    return Guarded([=] {
-        auto* const request =
-            reinterpret_cast<InetTransport::Request*>(::GetWindowLongA(window, GWL_USERDATA));
-        return request == nullptr ? ::DefWindowProcA(window, message, wParam, lParam)
-                                  : request->OnMessage(message, wParam, lParam);
-    });
-}
-
 /// An ordinary window that is never shown: Windows 95 has no windows for messages alone.
-HWND CreateTransferWindow() {
+HWND CreateTransferWindow(WNDPROC procedure) {
     WNDCLASSA transfer{};
-    transfer.lpfnWndProc = TransferProcedure;
+    transfer.lpfnWndProc = procedure;
     transfer.hInstance = ::GetModuleHandleA(nullptr);
     transfer.lpszClassName = kWindowClass;
     ::RegisterClassA(&transfer);
@@ -112,195 +52,175 @@ HWND CreateTransferWindow() {
 
 }  // namespace
 
-InetTransport::Request::Request(Inet& itsOwner)
-    : owner(itsOwner), window(CreateTransferWindow()), session(OpenSession()) {
-    ::SetWindowLongA(window.Get(), GWL_USERDATA, reinterpret_cast<LONG>(this));
+/// The request under way, and what is kept from one to the next.
+class InetTransport::Request {
+public:
+    explicit Request(Inet& owner);
+    ~Request();
+    Request(const Request&) = delete;
+    Request& operator=(const Request&) = delete;
+
+    void Send(std::uint32_t number, const HttpAddress& address, const std::string& verb);
+    std::optional<Bytes> ReadBlock() { return body_->ReadBlock(); }
+    void Close();
+
+private:
+    /// What a message of the transfer says: of which request, and what.
+    struct Report {
+        UINT message;
+        WPARAM number;
+        LPARAM value;
+    };
+
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+    void Connect(const HttpAddress& address);
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void PassOnReports();
+    void PassOn(const Report& report);
+    void OnAnswered(DWORD error);
+    void PassOnBody(DWORD error);
+
+    Inet& owner_;
+    UniqueWindow window_;
+    UniqueInternet session_;
+    UniqueInternet connection_;
+    std::string server_;  ///< Host and port of the connection.
+    UniqueInternet handle_;
+    Exchange* exchange_ = nullptr;
+    bool headersOnly_ = false;      ///< The answer has no body.
+    std::optional<InetBody> body_;  ///< Once the request has been answered.
+    std::deque<Report> reports_;    ///< Those that came while events were held, in their order.
+};
+
+InetTransport::Request::Request(Inet& owner)
+    : owner_(owner), window_(CreateTransferWindow(Procedure)), session_(OpenSession()) {
+    ::SetWindowLongA(window_.Get(), GWL_USERDATA, reinterpret_cast<LONG>(this));
 }
 
 InetTransport::Request::~Request() {
     Close();
-    ::SetWindowLongA(window.Get(), GWL_USERDATA, 0);
-}
-
-void InetTransport::Request::Connect(const HttpAddress& address) {
-    const std::string wantedServer = address.host + ":" + std::to_string(address.port);
-    if (!connection || server != wantedServer) {
-        connection.Reset(WinInet().InternetConnectA(session.Get(), address.host.c_str(),
-                                                    address.port, nullptr, nullptr,
-                                                    INTERNET_SERVICE_HTTP, 0, 0));
-        server = wantedServer;
-    }
+    ::SetWindowLongA(window_.Get(), GWL_USERDATA, 0);
 }
 
 void InetTransport::Request::Send(std::uint32_t number, const HttpAddress& address,
                                   const std::string& verb) {
     Close();
-    if (!window) {
+    if (!window_) {
         // Everything is heard of through it, the time-out included.
         throw RuntimeError(error_number::kRequestFailed);
     }
     Connect(address);
-    exchange = new Exchange(window.Get(), number);
-    handle.Reset(OpenRequest(connection.Get(), verb, address.path, *exchange));
-    if (!handle) {
-        exchange->Release();  // For the handle that never was.
+    exchange_ = new Exchange(window_.Get(), number);
+    handle_.Reset(OpenRequest(connection_.Get(), verb, address.path, *exchange_));
+    if (!handle_) {
+        exchange_->Release();  // For the handle that never was.
         Close();
         throw RuntimeError(error_number::kRequestFailed);
     }
-    phase = Phase::kSending;
-    headersOnly = verb == "HEAD";
-    ::SetTimer(window.Get(), kClockTimer, kClockInterval, nullptr);
-    const BOOL done = WinInet().HttpSendRequestA(handle.Get(), nullptr, 0, nullptr, 0);
+    headersOnly_ = verb == "HEAD";
+    ::SetTimer(window_.Get(), kClockTimer, kClockInterval, nullptr);
+    const BOOL done = WinInet().HttpSendRequestA(handle_.Get(), nullptr, 0, nullptr, 0);
     const DWORD error = done ? ERROR_SUCCESS : ::GetLastError();
     if (error != ERROR_IO_PENDING) {
-        exchange->Post(Exchange::kCompletedMessage, error);
+        exchange_->Post(Exchange::kCompletedMessage, error);
     }
 }
 
-std::optional<Bytes> InetTransport::Request::ReadBlock() {
-    Gather();
-    if (HasBlock()) {
-        return TakeBlock();
+void InetTransport::Request::Connect(const HttpAddress& address) {
+    const std::string wanted = address.host + ":" + std::to_string(address.port);
+    if (!connection_ || server_ != wanted) {
+        connection_.Reset(WinInet().InternetConnectA(session_.Get(), address.host.c_str(),
+                                                     address.port, nullptr, nullptr,
+                                                     INTERNET_SERVICE_HTTP, 0, 0));
+        server_ = wanted;
     }
-    wanted = true;
-    if (failure != ERROR_SUCCESS) {
-        FailLater(failure);
-    }
-    return {};
 }
 
 void InetTransport::Request::Close() {
-    ::KillTimer(window.Get(), kClockTimer);
-    if (!ended && phase != Phase::kIdle && !headersOnly) {
-        CloseUnread(handle.Release());
+    ::KillTimer(window_.Get(), kClockTimer);
+    const bool read = headersOnly_ || (body_ && body_->AtEnd());
+    if (handle_ && !read) {
+        CloseUnread(handle_.Release());
     }
-    handle.Reset();
-    phase = Phase::kIdle;
-    wanted = ended = false;
-    block.reset();
-    held = 0;
-    failure = ERROR_SUCCESS;
-    if (exchange != nullptr) {
-        std::exchange(exchange, nullptr)->Release();
+    handle_.Reset();
+    body_.reset();
+    if (exchange_ != nullptr) {
+        std::exchange(exchange_, nullptr)->Release();
     }
+}
+
+LRESULT CALLBACK InetTransport::Request::Procedure(HWND window, UINT message, WPARAM wParam,
+                                                   LPARAM lParam) {
+    return Guarded([=] {
+        auto* const request = reinterpret_cast<Request*>(::GetWindowLongA(window, GWL_USERDATA));
+        return request == nullptr ? ::DefWindowProcA(window, message, wParam, lParam)
+                                  : request->OnMessage(message, wParam, lParam);
+    });
 }
 
 LRESULT InetTransport::Request::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_TIMER:
             PassOnReports();
-            Raise([this] { owner.OnClock(); });
+            Raise([this] { owner_.OnClock(); });
             return 0;
         case Exchange::kStateMessage:
         case Exchange::kCompletedMessage:
-            reports.push_back({message, wParam, lParam});
+            reports_.push_back({message, wParam, lParam});
             PassOnReports();
             return 0;
         default:
-            return ::DefWindowProcA(window.Get(), message, wParam, lParam);
+            return ::DefWindowProcA(window_.Get(), message, wParam, lParam);
     }
 }
 
 /// Reports that were held go first. The clock's next tick comes back to what is held now.
 void InetTransport::Request::PassOnReports() {
-    while (!reports.empty() && !EventsAreHeld()) {
-        const Report report = reports.front();
-        reports.pop_front();
+    while (!reports_.empty() && !EventsAreHeld()) {
+        const Report report = reports_.front();
+        reports_.pop_front();
         Raise([&] { PassOn(report); });
     }
 }
 
 void InetTransport::Request::PassOn(const Report& report) {
     // What is left of a request that was replaced or closed is dropped by its number.
-    if (exchange == nullptr || exchange->Number() != report.number) {
+    if (exchange_ == nullptr || exchange_->Number() != report.number) {
         return;
     }
     if (report.message == Exchange::kStateMessage) {
-        owner.OnState(report.number, static_cast<int>(report.value));
+        owner_.OnState(report.number, static_cast<int>(report.value));
+    } else if (body_) {
+        PassOnBody(static_cast<DWORD>(report.value));
     } else {
-        OnCompleted(static_cast<DWORD>(report.value));
-    }
-}
-
-void InetTransport::Request::OnCompleted(DWORD error) {
-    const Phase before = std::exchange(phase, Phase::kAnswered);
-    if (before == Phase::kSending) {
-        OnAnswered(error);
-    } else if (before == Phase::kWaiting) {
-        failure = error;
-        if (wanted) {
-            PassOnBody();
-        }
-    }
-}
-
-void InetTransport::Request::PassOnBody() {
-    const std::uint32_t number = exchange->Number();
-    Gather();
-    wanted = !HasBlock() && failure == ERROR_SUCCESS;
-    if (HasBlock()) {
-        owner.OnBlock(number, TakeBlock());
-    } else if (!wanted) {
-        owner.OnFailed(number, TransferErrorNumber(failure, true));
+        OnAnswered(static_cast<DWORD>(report.value));
     }
 }
 
 void InetTransport::Request::OnAnswered(DWORD error) {
-    const std::uint32_t number = exchange->Number();
-    if (exchange->Redirected()) {
+    const std::uint32_t number = exchange_->Number();
+    body_.emplace(handle_.Get(), *exchange_);
+    if (exchange_->Redirected()) {
         // Some platforms' connection handle now stands for the server of the other address.
-        server.clear();
+        server_.clear();
     }
     if (error != ERROR_SUCCESS) {
-        owner.OnFailed(number, TransferErrorNumber(error, false));
+        owner_.OnFailed(number, TransferErrorNumber(error, false));
         return;
     }
-    exchange->HushStates();
-    owner.OnAnswer(number, StatusCode(handle.Get()), RawHeaders(handle.Get()));
+    exchange_->HushStates();
+    owner_.OnAnswer(number, StatusCode(handle_.Get()), RawHeaders(handle_.Get()));
 }
 
-/// Takes what has come in, until it is enough or more has yet to be announced.
-void InetTransport::Request::Gather() {
-    if (!block) {
-        block = exchange->FreeBlock();
+void InetTransport::Request::PassOnBody(DWORD error) {
+    const std::uint32_t number = exchange_->Number();
+    InetBody::News news = body_->OnCompleted(error);
+    if (news.block) {
+        owner_.OnBlock(number, *std::move(news.block));
+    } else if (news.failure != ERROR_SUCCESS) {
+        owner_.OnFailed(number, TransferErrorNumber(news.failure, true));
     }
-    while (phase == Phase::kAnswered && !ended && failure == ERROR_SUCCESS && held < kEnough) {
-        held += Read({block.get() + held, Exchange::kBlockSize - held});
-    }
-}
-
-/// Takes what is there without waiting. A read that has to wait takes nothing either: the platform
-/// then says when to try again and leaves the buffer alone. (Asking first how much is there takes
-/// twice as long, in steps of 8 KiB; a read that fills its buffer holds back what trickles in.)
-DWORD InetTransport::Request::Read(std::span<char> target) {
-    INTERNET_BUFFERSA buffers{};
-    buffers.dwStructSize = sizeof(buffers);
-    buffers.lpvBuffer = target.data();
-    buffers.dwBufferLength = static_cast<DWORD>(target.size());
-    if (WinInet().InternetReadFileExA(handle.Get(), &buffers, IRF_ASYNC | IRF_NO_WAIT,
-                                      reinterpret_cast<DWORD_PTR>(exchange))) {
-        ended = buffers.dwBufferLength == 0;
-        return buffers.dwBufferLength;
-    }
-    const DWORD error = ::GetLastError();
-    if (error == ERROR_IO_PENDING) {
-        phase = Phase::kWaiting;
-    } else {
-        FailLater(error);
-    }
-    return 0;
-}
-
-/// As if the platform had said so later: what came before goes first, and nobody who asks for a
-/// block hears of its failure inside the question.
-void InetTransport::Request::FailLater(DWORD error) {
-    phase = Phase::kWaiting;
-    exchange->Post(Exchange::kCompletedMessage, error);
-}
-
-/// Empty at the end of the body.
-Bytes InetTransport::Request::TakeBlock() {
-    return {std::exchange(block, nullptr), std::exchange(held, 0)};
 }
 
 InetTransport::InetTransport(Inet& owner)
