@@ -19,7 +19,8 @@ std::uint32_t GetSystemDirectoryA(std::string& buffer);
 /// True when the user has asked the system for colours of high contrast.
 bool HighContrast();
 
-/// Size in bytes of a file's version information; 0 when it has none or is missing.
+/// Size in bytes of a file's version information; 0 when it has none or is missing. Waits up to two
+/// seconds for another process that lets nobody read the file. Does not pump.
 std::uint32_t GetFileVersionInfoSizeA(const std::string& path);
 
 /// Reads the version information into `buffer`, sized by its caller. False when that fails.

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "runtime/internal/http_headers.h"
 #include "runtime/runtime_error.h"
 
 namespace swiftpatch {

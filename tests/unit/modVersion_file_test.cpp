@@ -99,6 +99,21 @@ TEST_F(modVersionOfAFile, ThatHasNoRootBlockIsEmptySilently) {
     EXPECT_NE(world.disk.Find(world.PathOf("tolvex.exe")), nullptr);
 }
 
+TEST_F(modVersionOfAFile, ThatIsHeldForAMomentIsWaitedFor) {
+    world.AddFile("tolvex.exe", headless::Build("3.0.12.5", 100)).lockedUntil = 1500;
+    EXPECT_EQ(Read("tolvex.exe").ProductVersion, "3.00.12.05");
+    EXPECT_TRUE(world.trace.Lines().empty());
+}
+
+TEST_F(modVersionOfAFile, ThatStaysHeldIsWaitedForTwoSeconds) {
+    world.AddFile("tolvex.exe", headless::Build("3.0.12.5", 100)).lockedUntil = 2100;
+    world.user.Answer("The file is probably corrupt.");
+    world.user.Answer("Run-time error '75'");
+    Read("tolvex.exe");
+    EXPECT_EQ(world.uptime, 2000);
+    EXPECT_NE(world.disk.Find(world.PathOf("tolvex.exe")), nullptr);
+}
+
 TEST_F(modVersionOfAFile, ThatCannotBeDeletedRaisesToItsCaller) {
     world.AddFile("text.exe", "This is no program.").held = true;
     world.user.Answer("The file is probably corrupt.");

@@ -18,6 +18,10 @@ struct File {
     bool hidden = false;
     bool readOnly = false;
     bool held = false;  ///< Open in another process that lets nobody write or delete.
+    /// Of the world's uptime. Until then another process has the file open and lets nobody read it.
+    std::int64_t lockedUntil = 0;
+    /// The same, but it lets others read and write the file, and nobody replace it.
+    std::int64_t openUntil = 0;
 };
 
 /// The scripted disk. Names are matched without regard to case, as the system does.

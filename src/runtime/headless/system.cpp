@@ -48,6 +48,10 @@ std::uint32_t GetSystemDirectoryA(std::string& buffer) {
 bool HighContrast() { return TheWorld().machine.highContrast; }
 
 std::uint32_t GetFileVersionInfoSizeA(const std::string& path) {
+    const headless::File* const file = TheWorld().disk.Find(path);
+    if (file != nullptr && !TheWorld().WaitOutHold(file->lockedUntil)) {
+        return 0;
+    }
     return VersionIn(path).empty() ? 0 : kFixedBlockSize;
 }
 

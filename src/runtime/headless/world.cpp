@@ -5,6 +5,7 @@
 #include "runtime/events.h"
 #include "runtime/files.h"
 #include "runtime/headless/nested.h"
+#include "runtime/internal/unfinished_copy.h"
 #include "runtime/runtime_error.h"
 
 namespace swiftpatch::headless {
@@ -37,6 +38,11 @@ void World::SetLocalTime(DateTime time) {
 void World::Advance(std::int64_t milliseconds) {
     localMilliseconds += milliseconds;
     uptime += milliseconds;
+}
+
+bool World::WaitOutHold(std::int64_t until) {
+    Advance(std::clamp<std::int64_t>(until - uptime, 0, kLongestHold));
+    return until <= uptime;
 }
 
 std::string World::PathOf(const std::string& name) const {

@@ -86,6 +86,9 @@ public:
 
     void SetLocalTime(DateTime time);
     void Advance(std::int64_t milliseconds);
+    /// Lets the time pass until a hold ends at a moment of the uptime, as far as holds are waited
+    /// for. False when it did not end.
+    bool WaitOutHold(std::int64_t until);
 
     /// A path in the application folder, and a file put there.
     std::string PathOf(const std::string& name) const;

@@ -1,5 +1,7 @@
 #include "runtime/system.h"
 
+#include "runtime/win32/handle.h"
+#include "runtime/win32/patience.h"
 #include "runtime/win32/wininet.h"
 
 namespace swiftpatch {
@@ -25,6 +27,18 @@ const VersionLibrary& Version() {
     return library;
 }
 
+/// Whoever is told that a file has no version information takes it for damaged: that must not
+/// happen to one that a virus scanner or an indexer has in hand.
+void WaitUntilReadable(const std::string& path) {
+    WaitOutHold([&path] {
+        const UniqueFile file(::CreateFileA(path.c_str(), GENERIC_READ,
+                                            FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+        const DWORD error = file ? ERROR_SUCCESS : ::GetLastError();
+        return error == ERROR_SHARING_VIOLATION ? error : ERROR_SUCCESS;
+    });
+}
+
 }  // namespace
 
 std::uint32_t GetWindowsDirectoryA(std::string& buffer) {
@@ -45,6 +59,7 @@ bool HighContrast() {
 }
 
 std::uint32_t GetFileVersionInfoSizeA(const std::string& path) {
+    WaitUntilReadable(path);
     DWORD unused = 0;
     return Version().GetFileVersionInfoSizeA(path.c_str(), &unused);
 }
