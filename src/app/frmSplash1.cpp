@@ -9,6 +9,7 @@
 #include "runtime/app.h"
 #include "runtime/clock.h"
 #include "runtime/events.h"
+#include "runtime/files.h"
 #include "runtime/strings.h"
 #include "shared/branding.h"
 #include "shared/error_report.h"
@@ -26,6 +27,7 @@ void frmSplash1::Form_Load() {
     if (App::PrevInstance()) {
         End();
     }
+    RemoveUnfinishedCopy(App::Path());
     try {
         tmrUnload.Enabled = false;
         Show();  // So that the loading can be watched.

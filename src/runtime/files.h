@@ -24,12 +24,18 @@ DateTime FileDateTime(const std::string& path);
 /// Deletes a file. Raises 53, and 75 when another process holds it or it is read-only.
 void Kill(const std::string& path);
 
-/// Copies a file over `target`, which need not exist. Raises 53, 61, and 70 when the target is held
-/// by another process or read-only. The target carries the source's time and the streams beside its
-/// bytes, as the platform does, and keeps its own owner, permissions and attributes. Whenever it
-/// ends, even by force, the target is what it was or the whole copy; only where the folder takes no
-/// new file, or on a system that cannot move over a file, it can be found in part.
+/// Copies a file over `target`, which need not exist. Raises 53, 61, 70 when the target is held by
+/// another process or read-only, and 75 when something that is not ours has the name of an
+/// unfinished copy. The target carries the source's time and the streams beside its bytes, as the
+/// platform does, and keeps its own owner, permissions and attributes. Waits up to two seconds for
+/// a process that keeps the target from being replaced. Whenever it ends, even by force, the target
+/// is what it was or the whole copy; only where nobody may create a file in the folder, or on a
+/// system that cannot move over a file, it can be found in part. Does not pump.
 void FileCopy(const std::string& source, const std::string& target);
+
+/// Removes from a folder what a copy into it has left that was ended by force. Never raises an
+/// error: what cannot be removed stays.
+void RemoveUnfinishedCopy(const std::string& folder);
 
 /// Creates a folder in one that is there. Raises 75 when it exists or may not be created, 76 when
 /// the folder around it does not exist.

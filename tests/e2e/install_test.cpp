@@ -1,5 +1,10 @@
+#include <atomic>
+#include <set>
+#include <thread>
+
 #include "e2e/held_file.h"
 #include "e2e/update_run.h"
+#include "e2e/windows98.h"
 
 namespace swiftpatch::e2e {
 namespace {
@@ -91,6 +96,35 @@ TEST_F(InstallFaults, MissingProgramFileIsInstalledWithoutABackup) {
     ExpectFinished("3.01.00.123");
     CloseQuietly();
     ExpectFiles({"changed tolvex.exe"});
+}
+
+// There a file cannot be moved over another one, but a backup has a new name.
+TEST_F(InstallFaults, OnWindows98ABackupIsWholeAtEveryMoment) {
+    const OnWindows98 old;
+    StartToOffer("3.0.11.0");
+    const std::string large = Build("3.0.11.0") + std::string(24 * 1024 * 1024, 'x');
+    folder_->Write("tolvex.exe", large);
+    std::atomic<bool> over = false;
+    std::set<std::uintmax_t> sizes;
+    std::thread watcher([this, &over, &sizes] {
+        while (!over) {
+            std::error_code missing;
+            const auto size =
+                std::filesystem::file_size(folder_->File("tolvex.3.00.11.00.exe"), missing);
+            if (!missing) {
+                sizes.insert(size);
+            }
+        }
+    });
+    updater_->Press(kCmdInstall);
+    AnswerBackupBox("3.00.11.00");
+    ExpectFinished("3.01.00.123");
+    over = true;
+    watcher.join();
+    EXPECT_EQ(sizes, std::set<std::uintmax_t>{large.size()});
+    CloseQuietly();
+    EXPECT_EQ(folder_->Read("tolvex.exe"), Build("3.1.0.123"));
+    EXPECT_TRUE(folder_->Read("tolvex.3.00.11.00.exe") == large);
 }
 
 // The handler of the install looks up a member that its error object does not have. Nobody traps

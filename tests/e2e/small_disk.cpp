@@ -13,10 +13,14 @@ namespace {
 
 // A lazy unmount, since a program that was ended can hold a file for a moment more.
 constexpr char kScript[] =
-    "mount -t tmpfs -o size=8m,mode=777 small \\\"$0\\\" || exec touch \\\"$1.refused\\\"; "
+    "mount -t tmpfs -o size=8m,nr_inodes=100,mode=777 small \\\"$0\\\" || exec touch "
+    "\\\"$1.refused\\\"; "
     "touch \\\"$0/mounted\\\"; n=0; "
     "while [ -e \\\"$1\\\" ] && [ $n -lt 1500 ]; do sleep 0.2; n=$((n+1)); done; "
     "umount -l \\\"$0\\\"";
+
+// Those of the disk below, and some for the folders that are there already.
+constexpr int kMostNames = 100;
 
 }  // namespace
 
@@ -62,5 +66,22 @@ void SmallDisk::Leave(std::int64_t free) const {
 }
 
 void SmallDisk::MakeRoom() const { fs::remove(Filler()); }
+
+void SmallDisk::TakeNames() const {
+    for (int number = 0; number < kMostNames; ++number) {
+        const HANDLE file =
+            CreateFileW(Name(number).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+        if (file == INVALID_HANDLE_VALUE) {
+            return;
+        }
+        CloseHandle(file);
+    }
+}
+
+void SmallDisk::GiveNamesBack() const {
+    for (int number = 0; number < kMostNames; ++number) {
+        fs::remove(Name(number));
+    }
+}
 
 }  // namespace swiftpatch::e2e

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <string>
 
 namespace swiftpatch::e2e {
 
@@ -19,9 +20,15 @@ public:
     /// Fills it up until so many bytes are free, or makes room again.
     void Leave(std::int64_t free) const;
     void MakeRoom() const;
+    /// Takes all names that are left, so that no new file can be made, or gives them back.
+    void TakeNames() const;
+    void GiveNamesBack() const;
 
 private:
     std::filesystem::path Filler() const { return folder_ / "filler"; }
+    std::filesystem::path Name(int number) const {
+        return folder_ / ("name" + std::to_string(number));
+    }
 
     std::filesystem::path folder_;
     std::filesystem::path marker_;

@@ -1,5 +1,6 @@
 #include "app/frmSplash1.h"
 
+#include "runtime/internal/unfinished_copy.h"
 #include "runtime/program.h"
 #include "runtime/runtime_error.h"
 #include "shared/branding.h"
@@ -202,6 +203,26 @@ TEST_F(frmSplash1Test, SecondInstanceEndsWithoutAWindow) {
     // The window's frame exists while it loads, but nothing of it is shown.
     EXPECT_THAT(world.trace.Lines(), ElementsAre("frmSplash1.Load", "End"));
     EXPECT_TRUE(world.RunOver());
+}
+
+TEST_F(frmSplash1Test, RemovesWhatACopyThatWasKilledHasLeft) {
+    world.AddFile(kUnfinishedCopy, "half a build");
+    Start();
+    EXPECT_EQ(world.disk.Find(world.PathOf(kUnfinishedCopy)), nullptr);
+}
+
+TEST_F(frmSplash1Test, LeavesSomebodyElsesFileOfThatName) {
+    world.AddFile(kUnfinishedCopy, "somebody else's").readOnly = true;
+    Start();
+    EXPECT_NE(world.disk.Find(world.PathOf(kUnfinishedCopy)), nullptr);
+}
+
+// The first one may be in the midst of the copy.
+TEST_F(frmSplash1Test, SecondInstanceLeavesAnUnfinishedCopy) {
+    world.machine.prevInstance = true;
+    world.AddFile(kUnfinishedCopy, "half a build");
+    Start();
+    EXPECT_NE(world.disk.Find(world.PathOf(kUnfinishedCopy)), nullptr);
 }
 
 TEST_F(frmSplash1Test, ErrorInLoadIsReportedAndTheTimerStaysOff) {

@@ -1,3 +1,4 @@
+#include "runtime/internal/unfinished_copy.h"
 #include "runtime/runtime_error.h"
 #include "unit/check_support.h"
 
@@ -201,6 +202,38 @@ TEST_F(Install, OverALockedProgramStillReportsSuccess) {
     EXPECT_EQ(Content("tolvex.exe"), oldBuild);
     EXPECT_EQ(Window().lblAnimationMsg.Caption.Get(),
               "You have installed the latest version of q-tolvex.");
+}
+
+TEST_F(Install, WaitsForSomebodyWhoReadsTheProgram) {
+    world.disk.Find(world.PathOf("tolvex.exe"))->openUntil = world.uptime + 1500;
+    world.user.Answer("A backup file");
+    EXPECT_EQ(Press(), Joined({"EnumWindows", Box(kBackUpNotice), kBackUp, kReplace, Finished()}));
+    EXPECT_EQ(Content("tolvex.exe"), newBuild);
+}
+
+TEST_F(Install, OverAProgramThatStaysOpenKeepsItWhole) {
+    world.disk.Find(world.PathOf("tolvex.exe"))->openUntil = world.uptime + 60000;
+    world.user.Answer("A backup file");
+    world.user.Answer("tolvex30.exe to tolvex.exe File Copy Error: 70");
+    EXPECT_TRUE(Press().ends_with(Finished("3.00.11.00")));
+    EXPECT_EQ(Content("tolvex.exe"), oldBuild);
+}
+
+TEST_F(Install, BesideSomebodyElsesUnfinishedCopyTouchesNothing) {
+    world.disk.folders.insert(world.PathOf(kUnfinishedCopy));
+    world.user.Answer("A backup file");
+    world.user.Answer("tolvex.exe backup File Copy Error: 75");
+    world.user.Answer("tolvex30.exe to tolvex.exe File Copy Error: 75");
+    EXPECT_TRUE(Press().ends_with(Finished("3.00.11.00")));
+    EXPECT_EQ(Content("tolvex.exe"), oldBuild);
+    EXPECT_EQ(Content(backup), "(no such file)");
+}
+
+TEST_F(Install, OfAProgramThatIsHeldForAMomentKeepsIt) {
+    world.disk.Find(world.PathOf("tolvex.exe"))->lockedUntil = world.uptime + 1500;
+    world.user.Answer("A backup file");
+    EXPECT_EQ(Press(), Joined({"EnumWindows", Box(kBackUpNotice), kBackUp, kReplace, Finished()}));
+    EXPECT_EQ(Content(backup), oldBuild);
 }
 
 TEST_F(Install, AttemptsBothCopiesAndFinishesWhenBothFail) {

@@ -1,8 +1,16 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
+#include <atomic>
+#include <optional>
+#include <set>
+#include <thread>
+
 #include "runtime/files.h"
+#include "runtime/internal/unfinished_copy.h"
 #include "runtime/runtime_error.h"
+#include "runtime/win32/file_security.h"
 #include "win32/files.h"
 
 namespace swiftpatch::real_system {
@@ -10,7 +18,7 @@ namespace {
 
 constexpr SYSTEMTIME kLongAgo{2020, 2, 3, 5, 8, 12, 31, 0};
 constexpr std::size_t kLarge = 24 * 1024 * 1024;
-constexpr const char* kUnfinished = "out\\~copying.tmp";
+const std::string kUnfinished = std::string("out\\") + kUnfinishedCopy;
 
 void SetTime(const std::string& path, const SYSTEMTIME& time) {
     FILETIME changed;
@@ -25,6 +33,25 @@ FILETIME TimeOf(const std::string& path) {
     WIN32_FILE_ATTRIBUTE_DATA data{};
     GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data);
     return data.ftLastWriteTime;
+}
+
+/// Makes somebody else the owner of a file, with the help of the system below Wine.
+void GiveAway(const std::string& path) {
+    std::string below = path.substr(2);
+    std::replace(below.begin(), below.end(), '\\', '/');
+    std::string line = "chown 12345 \"" + below + "\"";
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION made{};
+    if (CreateProcessA("Z:\\bin\\chown", line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                       &startup, &made)) {
+        WaitForSingleObject(made.hProcess, 10'000);
+        CloseHandle(made.hThread);
+        CloseHandle(made.hProcess);
+    }
+    for (int looks = 0; looks < 100 && !BelongsToAnother(path); ++looks) {
+        Sleep(50);
+    }
 }
 
 class RealFileCopy : public testing::Test {
@@ -161,13 +188,138 @@ TEST_F(RealFileCopy, RemovesWhatAKilledOneHasLeft) {
     ExpectOnlyTarget(bytes);
 }
 
-TEST_F(RealFileCopy, IsDirectWhereTheFolderTakesNoNewFile) {
-    // A folder of that name stands for a folder that takes no new file.
+TEST_F(RealFileCopy, IsRefusedWhereAFolderHasTheNameOfAnUnfinishedCopy) {
     CreateDirectoryA(place.PathOf(kUnfinished).c_str(), nullptr);
     WriteFile(target, "old");
-    EXPECT_EQ(Copy(), 0);
-    ExpectOnlyTarget(bytes);
+    EXPECT_EQ(Copy(), error_number::kPathFileAccess);
+    ExpectOnlyTarget("old");
     EXPECT_TRUE(RemoveDirectoryA(place.PathOf(kUnfinished).c_str()));
+}
+
+TEST_F(RealFileCopy, IsRefusedWhereSomebodyElsesFileHasTheNameOfAnUnfinishedCopy) {
+    WriteFile(place.PathOf(kUnfinished), "somebody else's");
+    GiveAway(place.PathOf(kUnfinished));
+    MarkReadOnly(place.PathOf(kUnfinished), true);
+    if (!BelongsToAnother(place.PathOf(kUnfinished))) {
+        GTEST_SKIP() << "files cannot be given away here";
+    }
+    WriteFile(target, "old");
+    EXPECT_EQ(Copy(), error_number::kPathFileAccess);
+    RemoveUnfinishedCopy(place.Out());
+    EXPECT_EQ(ReadFile(place.PathOf(kUnfinished)), "somebody else's");
+    EXPECT_EQ(ReadFile(target), "old");
+    MarkReadOnly(place.PathOf(kUnfinished), false);
+}
+
+TEST_F(RealFileCopy, ThatIsUnfinishedIsRemoved) {
+    RemoveUnfinishedCopy(place.Out());
+    WriteFile(target, "old");
+    WriteFile(place.PathOf(kUnfinished), "half a bui");
+    MarkReadOnly(place.PathOf(kUnfinished), true);
+    RemoveUnfinishedCopy(place.Out());
+    ExpectOnlyTarget("old");
+}
+
+/// Looks at the target's size all the time, on a thread of its own.
+class Watcher {
+public:
+    explicit Watcher(std::string path)
+        : path_(std::move(path)), thread_([this] {
+              while (!over_) {
+                  sizes_.insert(SizeOf(path_));
+                  ++looks_;
+              }
+          }) {}
+    /// All sizes that were seen; -1 stands for no file.
+    std::set<std::int64_t> Stop() {
+        over_ = true;
+        thread_.join();
+        EXPECT_GT(looks_, 10);
+        return sizes_;
+    }
+
+private:
+    static std::int64_t SizeOf(const std::string& path) {
+        WIN32_FILE_ATTRIBUTE_DATA data{};
+        const BOOL there = GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data);
+        return there ? static_cast<std::int64_t>(data.nFileSizeLow) : -1;
+    }
+
+    std::string path_;
+    std::atomic<bool> over_ = false;
+    int looks_ = 0;
+    std::set<std::int64_t> sizes_;
+    std::thread thread_;
+};
+
+class WatchedFileCopy : public RealFileCopy {
+protected:
+    WatchedFileCopy() {
+        WriteFile(source, std::string(kLarge, 'n'));
+        WriteFile(target, kOld);
+    }
+
+    std::int32_t CopyWatched() {
+        Watcher watcher(target);
+        const std::int32_t error = Copy();
+        seen_ = watcher.Stop();
+        return error;
+    }
+    void ExpectOldOrNew() const {
+        for (const std::int64_t size : seen_) {
+            EXPECT_TRUE(size == kOldSize || size == static_cast<std::int64_t>(kLarge)) << size;
+        }
+    }
+
+    const std::string kOld = "an old build";
+    const std::int64_t kOldSize = static_cast<std::int64_t>(kOld.size());
+    std::set<std::int64_t> seen_;
+};
+
+TEST_F(WatchedFileCopy, IsOldOrNewAtEveryMoment) {
+    EXPECT_EQ(CopyWatched(), 0);
+    ExpectOldOrNew();
+    ExpectOnlyTarget(std::string(kLarge, 'n'));
+}
+
+// As a reader that lets others write, but not move or delete, what it reads.
+TEST_F(WatchedFileCopy, OverAFileThatIsBeingReadWaitsForTheReader) {
+    std::optional<ReadFileByOther> reader(target);
+    std::thread leaving([&reader] {
+        Sleep(1000);
+        reader.reset();
+    });
+    EXPECT_EQ(CopyWatched(), 0);
+    leaving.join();
+    ExpectOldOrNew();
+    ExpectOnlyTarget(std::string(kLarge, 'n'));
+}
+
+TEST_F(WatchedFileCopy, OverAFileThatStaysOpenIsPermissionDeniedAndKeepsIt) {
+    {
+        const ReadFileByOther reader(target);
+        EXPECT_EQ(CopyWatched(), error_number::kPermissionDenied);
+    }
+    EXPECT_EQ(seen_, std::set<std::int64_t>{kOldSize});
+    ExpectOnlyTarget(kOld);
+}
+
+// As a virus scanner does with every new file.
+TEST_F(WatchedFileCopy, WhoseUnfinishedFileIsHeldForAMomentIsMade) {
+    std::thread scanner([this] {
+        const DWORD start = GetTickCount();
+        while (GetTickCount() - start < 5000) {
+            const ReadFileByOther held(place.PathOf(kUnfinished));
+            if (held.IsOpen()) {
+                Sleep(700);
+                return;
+            }
+        }
+    });
+    EXPECT_EQ(CopyWatched(), 0);
+    scanner.join();
+    ExpectOldOrNew();
+    ExpectOnlyTarget(std::string(kLarge, 'n'));
 }
 
 TEST_F(RealFileCopy, OverItselfKeepsTheFile) {

@@ -50,6 +50,18 @@ HeldFile::HeldFile(const std::string& path)
 
 HeldFile::~HeldFile() { CloseHandle(handle_); }
 
+ReadFileByOther::ReadFileByOther(const std::string& path)
+    : handle_(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                          OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)) {}
+
+ReadFileByOther::~ReadFileByOther() {
+    if (IsOpen()) {
+        CloseHandle(handle_);
+    }
+}
+
+bool ReadFileByOther::IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
+
 Workplace::Workplace() {
     static int number = 0;
     root_ = TestFolders().scratch / ("test" + std::to_string(++number));

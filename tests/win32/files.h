@@ -37,6 +37,20 @@ private:
     void* handle_;
 };
 
+/// Keeps a file open to read it, as another process that lets everybody read and write it.
+class ReadFileByOther {
+public:
+    explicit ReadFileByOther(const std::string& path);
+    ~ReadFileByOther();
+    ReadFileByOther(const ReadFileByOther&) = delete;
+    ReadFileByOther& operator=(const ReadFileByOther&) = delete;
+
+    bool IsOpen() const;
+
+private:
+    void* handle_;
+};
+
 /// A folder of its own for a test, with the folder "out" in it. All of it is removed at the end.
 class Workplace {
 public:

@@ -8,6 +8,7 @@
 #include "runtime/clock.h"
 #include "runtime/headless/world.h"
 #include "runtime/internal/line_reader.h"
+#include "runtime/internal/unfinished_copy.h"
 #include "runtime/runtime_error.h"
 
 namespace swiftpatch {
@@ -44,6 +45,15 @@ File& Existing(const std::string& path) {
     return *file;
 }
 
+bool IsHeld(const File& file) { return file.held || file.lockedUntil > TheWorld().uptime; }
+
+/// What is in the place of an unfinished copy and is none of ours.
+bool IsForeign(const std::string& unfinished) {
+    Disk& disk = TheWorld().disk;
+    const File* file = disk.Find(unfinished);
+    return disk.folders.contains(unfinished) || (file != nullptr && file->readOnly);
+}
+
 bool IsOpenHere(const std::string& path) {
     for (const auto& [number, open] : OpenFiles()) {
         if (open.path == path) {
@@ -69,7 +79,7 @@ DateTime FileDateTime(const std::string& path) { return Existing(path).changed; 
 void Kill(const std::string& path) {
     TheWorld().disk.Operation("Kill", path);
     const File& file = Existing(path);
-    if (file.held || file.readOnly || IsOpenHere(path)) {
+    if (IsHeld(file) || file.readOnly || IsOpenHere(path)) {
         throw RuntimeError(error_number::kPathFileAccess);
     }
     TheWorld().disk.Remove(path);
@@ -77,15 +87,31 @@ void Kill(const std::string& path) {
 
 void FileCopy(const std::string& source, const std::string& target) {
     TheWorld().disk.Operation("FileCopy", source + " -> " + target);
+    Disk& disk = TheWorld().disk;
     const File copy = Existing(source);
-    const File* old = TheWorld().disk.Find(target);
-    if (old != nullptr && (old->held || old->readOnly)) {
+    const File* old = disk.Find(target);
+    if (old != nullptr && (IsHeld(*old) || old->readOnly)) {
         throw RuntimeError(error_number::kPermissionDenied);
     }
-    if (!TheWorld().disk.HasFolderOf(target)) {
+    if (!disk.HasFolderOf(target)) {
         throw RuntimeError(error_number::kPathNotFound);
     }
-    TheWorld().disk.Add(target, {copy.bytes, copy.changed});
+    if (IsForeign(UnfinishedCopyOf(target))) {
+        throw RuntimeError(error_number::kPathFileAccess);
+    }
+    if (old != nullptr && !TheWorld().WaitOutHold(old->openUntil)) {
+        throw RuntimeError(error_number::kPermissionDenied);
+    }
+    disk.Add(target, {copy.bytes, copy.changed});
+}
+
+void RemoveUnfinishedCopy(const std::string& folder) {
+    Disk& disk = TheWorld().disk;
+    const std::string unfinished = UnfinishedCopyOf(folder + "\\");
+    if (disk.Find(unfinished) != nullptr && !IsForeign(unfinished)) {
+        TheWorld().trace.Add("RemoveUnfinishedCopy " + folder);
+        disk.Remove(unfinished);
+    }
 }
 
 void MkDir(const std::string& path) {

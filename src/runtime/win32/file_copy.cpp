@@ -1,141 +1,190 @@
+#include <cstdint>
+#include <limits>
 #include <string>
-#include <vector>
 
 #include "runtime/files.h"
+#include "runtime/internal/unfinished_copy.h"
+#include "runtime/runtime_error.h"
 #include "runtime/win32/errors.h"
+#include "runtime/win32/file_security.h"
+#include "runtime/win32/flush.h"
 #include "runtime/win32/handle.h"
 #include "runtime/win32/nt_family.h"
+#include "runtime/win32/patience.h"
 
-// A copy is made beside the target and moved over it in one step, so that whatever ends the program
-// or the machine meanwhile leaves the old file or the new one. Where that cannot be done, because
-// the folder takes no new file or the system cannot move over a file (Windows 95), it is copied
-// directly.
+// A copy is made beside the target, flushed to the disk and moved over it in one step, so that
+// whatever ends the program or the machine meanwhile leaves the old file or the new one. A virus
+// scanner opens every new file for a moment and others may have the target open, so each step is
+// tried again for two seconds before the copy fails; the target is untouched then. Copying over the
+// target itself would get past such a reader, and leave half a program when it is cut off.
+//
+// That is done only where there is no other way: Windows 95, 98 and ME cannot move over a file,
+// and in some folders nobody may create one. What could go wrong half-way is looked at before: the
+// room on the drive.
 
 namespace swiftpatch {
 namespace {
 
-/// One name for all copies in a folder: what a killed program has left is in the way of the next
-/// copy, which removes it.
-constexpr const char* kUnfinished = "~copying.tmp";
+[[noreturn]] void Fail(DWORD error) { RaiseFileError(error, FileAction::kCopy); }
 
-constexpr SECURITY_INFORMATION kPermissions = DACL_SECURITY_INFORMATION;
-constexpr SECURITY_INFORMATION kOwners = OWNER_SECURITY_INFORMATION | GROUP_SECURITY_INFORMATION;
+void FailUnless(DWORD error) {
+    if (error != ERROR_SUCCESS) {
+        Fail(error);
+    }
+}
 
-std::string BesideFile(const std::string& path) {
-    return path.substr(0, path.find_last_of("\\/:") + 1) + kUnfinished;
+DWORD AttributesOf(const std::string& path) { return ::GetFileAttributesA(path.c_str()); }
+
+bool Exists(const std::string& path) { return AttributesOf(path) != INVALID_FILE_ATTRIBUTES; }
+
+UniqueFile OpenToWrite(const std::string& path, DWORD disposition) {
+    constexpr DWORD kShared = FILE_SHARE_READ | FILE_SHARE_WRITE;  // Windows 95 knows no more.
+    return UniqueFile(::CreateFileA(path.c_str(), GENERIC_WRITE, kShared, nullptr, disposition,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+DWORD ErrorOfOpening(const std::string& path, DWORD disposition) {
+    const UniqueFile file = OpenToWrite(path, disposition);
+    return file ? ERROR_SUCCESS : ::GetLastError();
+}
+
+/// A folder or a link under the name is none of ours, nor is a file that somebody else has put
+/// under protection. (One of ours is read-only while a read-only file is being copied.)
+bool IsOurs(const std::string& unfinished) {
+    const DWORD attributes = AttributesOf(unfinished);
+    return (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) == 0 &&
+           ((attributes & FILE_ATTRIBUTE_READONLY) == 0 || !BelongsToAnother(unfinished));
+}
+
+DWORD Remove(const std::string& unfinished) {
+    if (!Exists(unfinished)) {
+        return ERROR_SUCCESS;
+    }
+    if (!IsOurs(unfinished)) {
+        return ERROR_FILE_EXISTS;
+    }
+    ::SetFileAttributesA(unfinished.c_str(), FILE_ATTRIBUTE_NORMAL);
+    return ErrorOf(::DeleteFileA(unfinished.c_str()));
 }
 
 /// The file that comes into being; deleted unless it has been moved away.
 class Unfinished {
 public:
-    explicit Unfinished(std::string path) : path_(std::move(path)) { Remove(); }
-    ~Unfinished() { Remove(); }
+    explicit Unfinished(std::string path) : path_(std::move(path)) {}
+    ~Unfinished() { Remove(path_); }
     Unfinished(const Unfinished&) = delete;
     Unfinished& operator=(const Unfinished&) = delete;
 
-    const char* Path() const { return path_.c_str(); }
+    const std::string& Path() const { return path_; }
 
 private:
-    void Remove() const {
-        ::SetFileAttributesA(Path(), FILE_ATTRIBUTE_NORMAL);
-        ::DeleteFileA(Path());
-    }
-
     std::string path_;
 };
 
-bool Exists(const std::string& path) {
-    return ::GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+/// Stands for a folder in which nobody may create a file.
+constexpr DWORD kTakesNoFile = ERROR_PRIVILEGE_NOT_HELD;
+
+DWORD ErrorOfCreating(const std::string& unfinished) {
+    const DWORD refused = Remove(unfinished);
+    if (refused != ERROR_SUCCESS) {
+        return refused;
+    }
+    const DWORD error = ErrorOfOpening(unfinished, CREATE_NEW);
+    // A file that is about to go refuses access as well, but can still be seen.
+    const bool gone = !Exists(unfinished) && ::GetLastError() == ERROR_FILE_NOT_FOUND;
+    return error == ERROR_ACCESS_DENIED && gone ? kTakesNoFile : error;
 }
 
-[[noreturn]] void Fail(DWORD error) { RaiseFileError(error, FileAction::kCopy); }
-
-UniqueFile Open(const char* path, DWORD access, DWORD disposition) {
-    constexpr DWORD kShared = FILE_SHARE_READ | FILE_SHARE_WRITE;  // Windows 95 knows no more.
-    return UniqueFile(
-        ::CreateFileA(path, access, kShared, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
-}
-
-/// The error that a direct copy over a file would end with before its first byte.
-DWORD ErrorOfWritingTo(const std::string& path) {
-    const UniqueFile file = Open(path.c_str(), GENERIC_WRITE, OPEN_EXISTING);
-    return file ? ERROR_SUCCESS : ::GetLastError();
-}
-
-bool CreateEmpty(const char* path) {
-    return static_cast<bool>(Open(path, GENERIC_WRITE, CREATE_NEW));
-}
-
-/// Makes a whole copy and returns when it is on the disk: otherwise its later name could be there
-/// before its bytes. False when no file can be made at `target`, which is tried first because the
-/// copy itself does not tell which of the two files it failed at.
-bool CopyToDisk(const char* source, const char* target) {
-    if (!CreateEmpty(target)) {
+/// Makes an empty file, which the copy then overwrites: the copy itself would not tell which of its
+/// two files it failed at. False where nobody may create one.
+bool Create(const std::string& unfinished) {
+    const DWORD error = WaitOutHold([&unfinished] { return ErrorOfCreating(unfinished); });
+    if (error == ERROR_FILE_EXISTS) {
+        throw RuntimeError(error_number::kPathFileAccess);
+    }
+    if (error == kTakesNoFile) {
         return false;
     }
-    if (!::CopyFileA(source, target, FALSE)) {
-        Fail(::GetLastError());
-    }
-    // A read-only mark comes along, and nothing opens such a file to flush it.
-    ::SetFileAttributesA(target, FILE_ATTRIBUTE_NORMAL);
-    const UniqueFile copy = Open(target, GENERIC_WRITE, OPEN_EXISTING);
-    if (!copy || !::FlushFileBuffers(copy.Get())) {
-        Fail(::GetLastError());
-    }
+    FailUnless(error);
     return true;
 }
 
-std::vector<BYTE> SecurityOf(const char* path, SECURITY_INFORMATION part) {
-    DWORD size = 0;
-    ::GetFileSecurityA(path, part, nullptr, 0, &size);
-    std::vector<BYTE> descriptor(size);
-    if (size == 0 || !::GetFileSecurityA(path, part, descriptor.data(), size, &size)) {
-        descriptor.clear();
-    }
-    return descriptor;
+/// Returns when the whole copy is on the disk: otherwise its later name could be there before its
+/// bytes.
+void CopyToDisk(const std::string& source, const std::string& unfinished) {
+    FailUnless(WaitOutHold(
+        [&] { return ErrorOf(::CopyFileA(source.c_str(), unfinished.c_str(), FALSE)); }));
+    // A read-only mark comes along, and nothing opens such a file to flush it.
+    ::SetFileAttributesA(unfinished.c_str(), FILE_ATTRIBUTE_NORMAL);
+    FailUnless(WaitOutHold([&unfinished] {
+        const UniqueFile copy = OpenToWrite(unfinished, OPEN_EXISTING);
+        return copy ? Flush(copy.Get()) : ::GetLastError();
+    }));
 }
 
-/// Gives a new file the owner, the permissions and the attributes of the one that it replaces.
-/// False when the permissions would be lost.
-bool TakeOver(const std::string& from, const char* path) {
-    std::vector<BYTE> owners = SecurityOf(from.c_str(), kOwners);
-    if (!owners.empty()) {
-        ::SetFileSecurityA(path, kOwners, owners.data());  // Not everybody may give files away.
+/// Makes the copy what its later name stands for: the file that it replaces, but for the bytes.
+void TakeOver(const std::string& source, const std::string& target, const std::string& unfinished) {
+    const bool replaces = Exists(target);
+    if (replaces) {
+        FailUnless(TakeOverSecurity(target, unfinished));
     }
-    std::vector<BYTE> permissions = SecurityOf(from.c_str(), kPermissions);
-    if (!permissions.empty() && !::SetFileSecurityA(path, kPermissions, permissions.data())) {
-        return false;
-    }
-    return ::SetFileAttributesA(path, ::GetFileAttributesA(from.c_str())) != FALSE;
+    FailUnless(ErrorOf(
+        ::SetFileAttributesA(unfinished.c_str(), AttributesOf(replaces ? target : source))));
 }
 
-/// Makes the finished file beside the target and moves it there; false when it has to be copied
-/// directly. Raises what the copying itself ends with.
-bool CopyAndMove(const std::string& source, const std::string& target) {
+DWORD Move(const std::string& from, const std::string& to) {
     if (!IsNtFamily()) {
-        return false;  // It would need room for a copy that comes to nothing.
+        return ErrorOf(::MoveFileA(from.c_str(), to.c_str()));
     }
-    const Unfinished copy(BesideFile(target));
-    if (!CopyToDisk(source.c_str(), copy.Path())) {
-        return false;
+    return ErrorOf(::MoveFileExA(from.c_str(), to.c_str(),
+                                 MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
+}
+
+/// The bytes that are free on a file's drive; where the drive does not tell, as many as can be.
+std::uint64_t RoomFor(const std::string& path) {
+    constexpr std::size_t kRoot = 3;  // "C:\": Windows 95 wants no more of a path.
+    const std::string folder = path.substr(0, path.find_last_of("\\/:") + 1);
+    DWORD sectors = 0;
+    DWORD bytes = 0;
+    DWORD free = 0;
+    DWORD all = 0;
+    for (const std::string& place : {folder, folder.substr(0, kRoot)}) {
+        if (::GetDiskFreeSpaceA(place.c_str(), &sectors, &bytes, &free, &all)) {
+            return std::uint64_t{sectors} * bytes * free;
+        }
     }
-    const bool asBefore =
-        Exists(target) ? TakeOver(target, copy.Path())
-                       : ::SetFileAttributesA(copy.Path(), ::GetFileAttributesA(source.c_str()));
-    return asBefore && ::MoveFileExA(copy.Path(), target.c_str(),
-                                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+    return std::numeric_limits<std::uint64_t>::max();
+}
+
+/// Copies over the target itself.
+void CopyDirectly(const std::string& source, const std::string& target) {
+    if (!Exists(target)) {
+        Fail(ERROR_ACCESS_DENIED);
+    }
+    const std::int64_t more = std::int64_t{FileLen(source)} - FileLen(target);
+    if (more > 0 && RoomFor(target) < static_cast<std::uint64_t>(more)) {
+        Fail(ERROR_DISK_FULL);
+    }
+    FailUnless(ErrorOf(::CopyFileA(source.c_str(), target.c_str(), FALSE)));
 }
 
 }  // namespace
 
 void FileCopy(const std::string& source, const std::string& target) {
-    const DWORD refusal = Exists(target) ? ErrorOfWritingTo(target) : ERROR_SUCCESS;
-    if (refusal != ERROR_SUCCESS) {
-        Fail(refusal);
+    const bool replaces = Exists(target);
+    if (replaces) {
+        FailUnless(ErrorOfOpening(target, OPEN_EXISTING));
     }
-    if (!CopyAndMove(source, target) && !::CopyFileA(source.c_str(), target.c_str(), FALSE)) {
-        Fail(::GetLastError());
+    const Unfinished copy(UnfinishedCopyOf(target));
+    if ((replaces && !IsNtFamily()) || !Create(copy.Path())) {
+        CopyDirectly(source, target);
+        return;
     }
+    CopyToDisk(source, copy.Path());
+    TakeOver(source, target, copy.Path());
+    FailUnless(WaitOutHold([&] { return Move(copy.Path(), target); }));
 }
+
+void RemoveUnfinishedCopy(const std::string& folder) { Remove(UnfinishedCopyOf(folder + "\\")); }
 
 }  // namespace swiftpatch

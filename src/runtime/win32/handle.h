@@ -50,6 +50,9 @@ struct FileTraits {
 struct FindTraits : FileTraits {
     static void Close(Handle handle) { ::FindClose(handle); }
 };
+struct KernelTraits : PointerTraits<HANDLE> {
+    static void Close(Handle handle) { ::CloseHandle(handle); }
+};
 struct KeyTraits : PointerTraits<HKEY> {
     static void Close(Handle handle) { ::RegCloseKey(handle); }
 };
@@ -70,6 +73,7 @@ struct InterfaceTraits : PointerTraits<T*> {
 
 using UniqueFile = UniqueHandle<FileTraits>;
 using UniqueFind = UniqueHandle<FindTraits>;
+using UniqueKernelObject = UniqueHandle<KernelTraits>;
 using UniqueKey = UniqueHandle<KeyTraits>;
 using UniqueWindow = UniqueHandle<WindowTraits>;
 using UniqueDevice = UniqueHandle<DeviceTraits>;
