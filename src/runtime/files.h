@@ -49,7 +49,7 @@ int FreeFile();
 
 /// Opens `path` for binary writing under `number`; creates the file when it is missing and keeps
 /// what an existing one holds, the position being its first byte. Raises 55 when the number is in
-/// use, 75 or 76.
+/// use, 70 when another process holds the file, 75 or 76.
 void OpenForBinary(const std::string& path, int number);
 
 /// Writes `bytes` at the current position. Bytes may be gathered in memory and written later, in

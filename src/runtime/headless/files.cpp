@@ -144,7 +144,10 @@ void OpenForBinary(const std::string& path, int number) {
         throw RuntimeError(error_number::kPathNotFound);
     }
     const File* file = disk.Find(path);
-    if (file != nullptr && (file->held || file->readOnly)) {
+    if (file != nullptr && IsHeld(*file)) {
+        throw RuntimeError(error_number::kPermissionDenied);
+    }
+    if (file != nullptr && file->readOnly) {
         throw RuntimeError(error_number::kPathFileAccess);
     }
     if (file == nullptr) {
@@ -166,7 +169,11 @@ void OpenForInput(const std::string& path, int number) {
     if (OpenFiles().contains(number)) {
         throw RuntimeError(error_number::kFileAlreadyOpen);
     }
-    const auto text = std::make_shared<std::string>(Existing(path).bytes);
+    const File& file = Existing(path);
+    if (file.lockedUntil > TheWorld().uptime) {
+        throw RuntimeError(error_number::kPermissionDenied);
+    }
+    const auto text = std::make_shared<std::string>(file.bytes);
     OpenFiles()[number] = {
         path, 0, std::make_shared<LineReader>([text] { return std::exchange(*text, {}); })};
 }

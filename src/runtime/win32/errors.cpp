@@ -10,6 +10,11 @@ namespace {
 
 namespace number = error_number;
 
+// Of the system's own headers for newer systems.
+constexpr DWORD kVirusInfected = 225;
+constexpr DWORD kVirusDeleted = 226;
+constexpr DWORD kDiskQuotaExceeded = 1295;
+
 /// What each system error is to a program: while opening, while deleting, while copying.
 struct FileErrorRow {
     DWORD systemError;
@@ -20,6 +25,13 @@ struct FileErrorRow {
 
 constexpr FileErrorRow Same(DWORD systemError, std::int32_t all) {
     return {systemError, all, all, all};
+}
+
+/// What another process holds can be neither opened nor overwritten; a program that is to be
+/// deleted is probably running.
+constexpr FileErrorRow Held(DWORD systemError) {
+    return {systemError, number::kPermissionDenied, number::kPathFileAccess,
+            number::kPermissionDenied};
 }
 
 /// Copying over a file that may not be touched has a number of its own.
@@ -40,13 +52,17 @@ constexpr std::array kFileErrors{
     Same(ERROR_TOO_MANY_OPEN_FILES, number::kTooManyFiles),
     Refused(ERROR_ACCESS_DENIED),
     Refused(ERROR_ALREADY_EXISTS),
-    Refused(ERROR_SHARING_VIOLATION),
-    Refused(ERROR_LOCK_VIOLATION),
     Refused(ERROR_WRITE_PROTECT),
-    Refused(ERROR_USER_MAPPED_FILE),  // A program that runs from the file.
+    Held(ERROR_SHARING_VIOLATION),
+    Held(ERROR_LOCK_VIOLATION),
+    Held(ERROR_USER_MAPPED_FILE),  // A program that runs from the file.
+    Same(kVirusInfected, number::kPermissionDenied),
+    Same(kVirusDeleted, number::kPermissionDenied),
     Same(ERROR_NOT_READY, number::kDiskNotReady),
     Same(ERROR_DISK_FULL, number::kDiskFull),
     Same(ERROR_HANDLE_DISK_FULL, number::kDiskFull),
+    Same(ERROR_CANNOT_MAKE, number::kDiskFull),  // A directory that has no room for one name more.
+    Same(kDiskQuotaExceeded, number::kDiskFull),
 };
 
 struct TransferErrorRow {
