@@ -17,6 +17,16 @@ constexpr std::size_t kChunk = 1024;
 constexpr std::int32_t kNoBytes = -1;           // The upper bound of an empty chunk.
 constexpr std::uint32_t kAnimationPause = 100;  // Milliseconds a chunk.
 
+/// The part that came stays on disk; closed, so that the next attempt can replace it. What breaks
+/// now is not told: the first error is the one that counts, and may offer Retry.
+void CloseBroken(int file) {
+    try {
+        CloseFile(file);
+    } catch (const RuntimeError&) {
+        return;
+    }
+}
+
 }  // namespace
 
 void frmSwiftPatch::Inet1_StateChanged(std::int16_t state) {
@@ -71,8 +81,7 @@ void frmSwiftPatch::ReceiveBody() {
             return;
         }
     } catch (const RuntimeError&) {
-        // The part that came stays on the disk, closed so that the next attempt can replace it.
-        CloseFile(file);
+        CloseBroken(file);
         throw;
     }
     CloseFile(file);
@@ -127,6 +136,7 @@ bool frmSwiftPatch::ReceiveChunks(int file) {
         done = upperBound == kNoBytes;
         DoEventsPaced();
     }
+    FlushFile(file);
     if (percentage == 100) {
         lblStatus.Caption = "100 % completed";
         lblStatus.BackColor = Color::kButtonFace;

@@ -53,8 +53,11 @@ int FreeFile();
 void OpenForBinary(const std::string& path, int number);
 
 /// Writes `bytes` at the current position. Bytes may be gathered in memory and written later, in
-/// CloseFile at the latest, which then raises the error.
+/// FlushFile or CloseFile at the latest, which then raises the error.
 void PutBytes(int number, std::string_view bytes);
+
+/// Returns when all that was written is on the disk. Raises 57 or 61 when it cannot be.
+void FlushFile(int number);
 
 /// Opens `path` for reading lines under `number`. Raises 53, 55, 70, 75 or 76.
 void OpenForInput(const std::string& path, int number);

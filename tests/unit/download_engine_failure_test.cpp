@@ -68,6 +68,22 @@ TEST_F(DownloadEngineFailure, OfAFullDiskKeepsThePartThatCame) {
     EXPECT_TRUE(Window().cmdClose.Enabled);
 }
 
+TEST_F(DownloadEngineFailure, OfABodyThatDoesNotReachTheDiskIsNeverSaidToBeComplete) {
+    world.disk.Fail("Flush", error_number::kDiskFull);
+    ExpectReport(kTimeout, BrokenTransfer("61\r\nDisk full"));
+    DownloadBuild(2048, NewBuild(2048));
+    EXPECT_FALSE(world.trace.Contains(Set("lblStatus.Caption", "100 % completed")));
+}
+
+TEST_F(DownloadEngineFailure, OfALostConnectionOffersRetryEvenWhenTheDiskIsFullAsWell) {
+    headless::Reply broken = headless::FileReply(NewBuild(4096));
+    broken.breakAfter = 2500;
+    world.disk.Fail("Close", error_number::kDiskFull);
+    ExpectReport(kTimeout, BrokenTransfer("35758\r\nRequest timed out"));
+    Download(DownloadMode::kBuild, 4096, broken);
+    EXPECT_TRUE(Window().cmdRetry.Visible);
+}
+
 TEST_F(DownloadEngineFailure, OfATargetThatCannotBeOpened) {
     world.disk.Fail("Open", error_number::kPathFileAccess);
     ExpectReport(kTimeout, BrokenTransfer("75\r\nPath/File access error"));

@@ -39,6 +39,7 @@ TEST_F(DownloadEngineSteps, OfTwoChunksAndTheEmptyOne) {
                               Chunk("50", "1024"),
                               Chunk("100", "1024"),
                               Chunk("100", "0"),
+                              "Flush #1",
                               Set("lblStatus.Caption", "100 % completed"),
                               "lblStatus.BackColor = -2147483633",
                               "ProgressBar1.Value = 100",
@@ -86,7 +87,7 @@ TEST_F(DownloadEngineSteps, OfTheAnimationSleepAHundredMillisecondsAChunk) {
               Joined({"cmdClose.Enabled = False",
                       Set("lblAnimationMsg.Caption", "downloading ....\r\nmissing AVI file."),
                       "Open C:\\Tolvex\\filecopy.avi #1", slow("50", "1024"), slow("100", "1024"),
-                      slow("100", "0"), Set("lblStatus.Caption", "100 % completed"),
+                      slow("100", "0"), "Flush #1", Set("lblStatus.Caption", "100 % completed"),
                       "lblStatus.BackColor = -2147483633", "ProgressBar1.Value = 100", "Close #1",
                       "DoEvents", "tmrCheckVersion.Enabled = False", "cmdClose.Enabled = True"}));
     EXPECT_EQ(Content("filecopy.avi"), std::string(2048, 'a'));

@@ -164,6 +164,11 @@ void PutBytes(int number, std::string_view bytes) {
     open.position += bytes.size();
 }
 
+void FlushFile(int number) {
+    OpenFileOf(number);
+    TheWorld().disk.Operation("Flush", "#" + std::to_string(number));
+}
+
 void OpenForInput(const std::string& path, int number) {
     TheWorld().disk.Operation("OpenForInput", path + " #" + std::to_string(number));
     if (OpenFiles().contains(number)) {

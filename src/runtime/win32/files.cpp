@@ -6,6 +6,7 @@
 #include "runtime/internal/line_reader.h"
 #include "runtime/runtime_error.h"
 #include "runtime/win32/errors.h"
+#include "runtime/win32/flush.h"
 #include "runtime/win32/handle.h"
 #include "runtime/win32/system_time.h"
 
@@ -147,6 +148,15 @@ void PutBytes(int number, std::string_view bytes) {
     open.gathered += bytes;
     if (open.gathered.size() >= kGather) {
         WriteOut(open);
+    }
+}
+
+void FlushFile(int number) {
+    OpenFile& open = FileOf(number);
+    WriteOut(open);
+    const DWORD error = Flush(open.file.Get());
+    if (error != ERROR_SUCCESS) {
+        RaiseFileError(error, FileAction::kOpen);
     }
 }
 
