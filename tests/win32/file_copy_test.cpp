@@ -160,6 +160,18 @@ TEST_F(RealFileCopy, OverAHeldFileIsPermissionDenied) {
     ExpectOnlyTarget("old");
 }
 
+TEST_F(RealFileCopy, OverAFileThatIsHeldForAMomentIsMade) {
+    WriteFile(target, "old");
+    std::optional<HeldFile> held(target);
+    std::thread leaving([&held] {
+        Sleep(700);
+        held.reset();
+    });
+    EXPECT_EQ(Copy(), 0);
+    leaving.join();
+    ExpectOnlyTarget(bytes);
+}
+
 TEST_F(RealFileCopy, OfAHeldFileIsPermissionDenied) {
     WriteFile(target, "old");
     {

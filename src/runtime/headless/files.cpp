@@ -1,5 +1,6 @@
 #include "runtime/files.h"
 
+#include <algorithm>
 #include <limits>
 #include <map>
 #include <memory>
@@ -43,6 +44,12 @@ File& Existing(const std::string& path) {
         throw RuntimeError(error_number::kFileNotFound);
     }
     return *file;
+}
+
+/// When nobody else has a file open any more, on the world's uptime.
+std::int64_t EndOfHold(const File& file) {
+    constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max();
+    return file.held ? kNever : std::max(file.lockedUntil, file.openUntil);
 }
 
 bool IsHeld(const File& file) { return file.held || file.lockedUntil > TheWorld().uptime; }
@@ -90,7 +97,7 @@ void FileCopy(const std::string& source, const std::string& target) {
     Disk& disk = TheWorld().disk;
     const File copy = Existing(source);
     const File* old = disk.Find(target);
-    if (old != nullptr && (IsHeld(*old) || old->readOnly)) {
+    if (old != nullptr && (old->readOnly || !TheWorld().WaitOutHold(EndOfHold(*old)))) {
         throw RuntimeError(error_number::kPermissionDenied);
     }
     if (!disk.HasFolderOf(target)) {
@@ -98,9 +105,6 @@ void FileCopy(const std::string& source, const std::string& target) {
     }
     if (IsForeign(UnfinishedCopyOf(target))) {
         throw RuntimeError(error_number::kPathFileAccess);
-    }
-    if (old != nullptr && !TheWorld().WaitOutHold(old->openUntil)) {
-        throw RuntimeError(error_number::kPermissionDenied);
     }
     disk.Add(target, {copy.bytes, copy.changed});
 }

@@ -173,7 +173,7 @@ void CopyDirectly(const std::string& source, const std::string& target) {
 void FileCopy(const std::string& source, const std::string& target) {
     const bool replaces = Exists(target);
     if (replaces) {
-        FailUnless(ErrorOfOpening(target, OPEN_EXISTING));
+        FailUnless(WaitOutHold([&target] { return ErrorOfOpening(target, OPEN_EXISTING); }));
     }
     const Unfinished copy(UnfinishedCopyOf(target));
     if ((replaces && !IsNtFamily()) || !Create(copy.Path())) {
