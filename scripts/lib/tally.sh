@@ -5,6 +5,7 @@
 
 tally_passed=0
 tally_failed=0
+tally_skipped=0
 
 # tally NAME STATUS LOG: adds up the output LOG of a GoogleTest program that ended with STATUS,
 # shows the whole output of each test that failed, and says what came out.
@@ -45,13 +46,18 @@ tally_show_failures() {
         /\[  FAILED  \] .* \([0-9]+ ms\)$/ { printf "%s", text; text = "" }'
 }
 
-# tally_check NAME COMMAND...: one case, which passes when the command ends with status 0.
+# tally_check NAME COMMAND...: one case, which passes when the command ends with status 0. One that
+# ends with 77 is skipped: it has said what this machine lacks for it.
 tally_check() {
-    local name=$1 output
+    local name=$1 output status=0
     shift
-    if output=$("$@" 2>&1); then
+    output=$("$@" 2>&1) || status=$?
+    if [ "$status" = 0 ]; then
         tally_passed=$((tally_passed + 1))
         printf '%s: ok\n' "$name"
+    elif [ "$status" = 77 ]; then
+        tally_skipped=$((tally_skipped + 1))
+        printf '%s: skipped (%s)\n' "$name" "$(tail -n 1 <<<"$output")"
     else
         tally_failed=$((tally_failed + 1))
         printf '%s: FAILED\n' "$name"
@@ -61,6 +67,8 @@ tally_check() {
 
 # The closing line; fails when a test failed or none ran.
 tally_end() {
-    printf '%d passed, %d failed\n' "$tally_passed" "$tally_failed"
+    printf '%d passed, %d failed' "$tally_passed" "$tally_failed"
+    [ "$tally_skipped" = 0 ] || printf ', %d skipped' "$tally_skipped"
+    printf '\n'
     [ "$tally_failed" = 0 ] && [ "$tally_passed" != 0 ]
 }
