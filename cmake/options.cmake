@@ -21,6 +21,16 @@ if(WIN32)
     # used, not a program that does not start on an old system.
     set(SWIFTPATCH_WINDOWS_DEFINITIONS
         WINVER=0x0501 _WIN32_WINNT=0x0501 _WIN32_IE=0x0600 WIN32_LEAN_AND_MEAN NOMINMAX STRICT)
+    # From GCC 13 on, the library's headers do not compile without the type of a condition variable,
+    # which they leave out below Windows Vista. To declare it is enough: nothing here uses one.
+    if(CMAKE_CXX_COMPILER_VERSION VERSION_GREATER_EQUAL 13)
+        list(APPEND SWIFTPATCH_WINDOWS_DEFINITIONS __GTHREAD_HAS_COND=1)
+    endif()
+    if(NOT SWIFTPATCH_WINDOWS_TESTS)
+        # A function's static variable is first met on the one thread that is the program's. What
+        # the compiler does for several threads waits with such a condition variable.
+        add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-fno-threadsafe-statics>)
+    endif()
     add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-ffunction-sections>
         $<$<COMPILE_LANGUAGE:CXX>:-fdata-sections>)
     # Nothing of the compiler's may have to lie beside the program. The versions in the file's
