@@ -142,7 +142,7 @@ void Furnish(const AppFolder& folder, const Options& options, const std::string&
 }
 
 std::string MainProgram(const Options& options, const std::string& version, std::size_t size) {
-    std::string bytes = ReadWholeFile(options.fixtures / ("main_" + version + ".exe"));
+    std::string bytes = SampleProgram(options, version);
     if (size > bytes.size()) {
         bytes += Body::Pattern(size).Read(0, size - bytes.size());
     }

@@ -69,6 +69,10 @@ Options ReadOptions(int count, char** arguments) {
     return options;
 }
 
+std::string SampleProgram(const Options& options, const std::string& version) {
+    return ReadWholeFile(options.fixtures / ("main_" + version + ".exe"));
+}
+
 Options& TestOptions() {
     static Options options;
     return options;

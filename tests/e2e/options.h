@@ -23,6 +23,9 @@ struct Options {
 /// for around the driver itself, as the build leaves it. Throws DriveError for anything else.
 Options ReadOptions(int count, char** arguments);
 
+/// The sample main program of a version, or the one without a version block ("none").
+std::string SampleProgram(const Options& options, const std::string& version);
+
 /// The options of this run of the tests; set once, before the first test.
 Options& TestOptions();
 

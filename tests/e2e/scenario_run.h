@@ -11,6 +11,7 @@
 #include "e2e/read_only_folder.h"
 #include "e2e/screenshot.h"
 #include "e2e/update_run.h"
+#include "scenarios/content.h"
 #include "scenarios/table.h"
 
 namespace swiftpatch::e2e {

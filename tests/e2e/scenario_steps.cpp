@@ -1,6 +1,5 @@
 // What is there before a scenario, what its user sees and does, and what is looked at in the end.
 #include <algorithm>
-#include <array>
 
 #include "e2e/options.h"
 #include "e2e/scenario_run.h"
@@ -11,26 +10,6 @@ namespace {
 
 constexpr milliseconds kStage{60000};
 constexpr milliseconds kSoon{30000};
-
-// "name = content": the name is left, the content returned.
-std::string TakeContent(std::string& text) {
-    const std::size_t sign = text.find('=');
-    if (sign == std::string::npos) {
-        throw DriveError("an = is missing");
-    }
-    const std::string content = scenarios::Trimmed(text.substr(sign + 1));
-    text = scenarios::Trimmed(text.substr(0, sign));
-    return content;
-}
-
-// "2020-02-05 08:12:00", in UTC.
-UtcTime TimeIn(const std::string& text) {
-    using namespace std::chrono;
-    const std::array<int, 6> parts = scenarios::TimeIn(text);
-    const year_month_day date{year(parts[0]), month(static_cast<unsigned>(parts[1])),
-                              day(static_cast<unsigned>(parts[2]))};
-    return sys_days(date) + hours(parts[3]) + minutes(parts[4]) + seconds(parts[5]);
-}
 
 int ButtonOf(const std::string& name) {
     static const std::map<std::string, int> kButtons{{"OK", IDOK}, {"Yes", IDYES}, {"No", IDNO}};
@@ -77,7 +56,7 @@ void ScenarioRun::Installed(const std::string& version) {
 void ScenarioRun::Staged(const std::string& versionAndTime) {
     std::string time = versionAndTime;
     const std::string version = scenarios::TakeWord(time);
-    Stage(version, TimeIn(time));
+    Stage(version, UtcTime(scenarios::TimeIn(time).time_since_epoch()));
 }
 
 void ScenarioRun::Animation(const std::string& state) {
@@ -95,8 +74,7 @@ void ScenarioRun::Settings(const std::string& contents) {
 }
 
 void ScenarioRun::PlaceFile(const std::string& nameAndContent) {
-    std::string name = nameAndContent;
-    const std::string content = TakeContent(name);
+    const auto [name, content] = scenarios::NameAndContent(nameAndContent);
     folder_->Write(name, Content(content));
 }
 
@@ -200,8 +178,7 @@ void ScenarioRun::AwaitRequests(const std::string& count) {
 }
 
 void ScenarioRun::ChangeFile(const std::string& nameAndContent) {
-    std::string name = nameAndContent;
-    const std::string content = TakeContent(name);
+    const auto [name, content] = scenarios::NameAndContent(nameAndContent);
     if (content == "nothing") {
         std::filesystem::remove(folder_->File(name));
     } else {
@@ -239,8 +216,7 @@ void ScenarioRun::CheckFiles(const std::string& differences) {
 }
 
 void ScenarioRun::CheckContent(const std::string& nameAndContent) {
-    std::string name = nameAndContent;
-    std::string content = TakeContent(name);
+    auto [name, content] = scenarios::NameAndContent(nameAndContent);
     if (!folder_->Has(name)) {
         throw DriveError("there is no " + name);
     }
@@ -261,24 +237,9 @@ void ScenarioRun::CheckStarted(const std::string& yesOrNo) {
     }
 }
 
-// "3.0.12.5", "first 1000 bytes of 3.0.12.5", "100 letters", "nothing at all".
 std::string ScenarioRun::Content(const std::string& description) const {
-    std::string rest = description;
-    if (scenarios::TakeBeginning(rest, "empty")) {
-        return {};
-    }
-    if (scenarios::TakeBeginning(rest, "letters")) {
-        return std::string(scenarios::NumberIn(rest), 'x');
-    }
-    if (scenarios::TakeBeginning(rest, "text")) {
-        return scenarios::Unescaped(rest);
-    }
-    if (scenarios::TakeBeginning(rest, "first")) {
-        const std::size_t size = scenarios::NumberIn(scenarios::TakeWord(rest));
-        scenarios::TakeBeginning(rest, "of");
-        return Content(rest).substr(0, size);
-    }
-    return Build(rest);
+    return scenarios::ContentOf(description,
+                                [this](const std::string& version) { return Build(version); });
 }
 
 }  // namespace swiftpatch::e2e

@@ -87,7 +87,7 @@ void UpdateRun::UseFolder(const std::wstring& name) {
 }
 
 std::string UpdateRun::Build(const std::string& version) const {
-    return ReadWholeFile(TestOptions().fixtures / ("main_" + version + ".exe"));
+    return SampleProgram(TestOptions(), version);
 }
 
 Reply UpdateRun::BuildReply(const std::string& version) const {

@@ -1,10 +1,10 @@
 #include "publish_check/scenario_state.h"
 
 #include <algorithm>
-#include <map>
 #include <set>
 
 #include "publish_check/sample_server.h"
+#include "scenarios/content.h"
 #include "scenarios/words.h"
 
 namespace publish_check {
@@ -23,16 +23,13 @@ struct NotOurs {};
 
 constexpr std::size_t kLicenceSize = 5000;
 
-/// No two versions are of the same size.
+/// A row about a build of another kind is not ours.
 std::size_t SizeOf(const std::string& version) {
-    static const std::map<std::string, std::size_t> kSizes{
-        {"2.9.0.0", 201111},   {"3.0.11.0", 202222},    {"3.0.12.5", 203333},
-        {"3.1.0.123", 204444}, {"3.0.40000.1", 205555}, {"none", 206666}};
-    const auto found = kSizes.find(version);
-    if (found == kSizes.end()) {
+    const std::optional<std::size_t> size = words::SizeOfBuild(version);
+    if (!size) {
         throw NotOurs();
     }
-    return found->second;
+    return *size;
 }
 
 std::string BuildOf(const std::string& version) {
@@ -49,11 +46,6 @@ void PutContent(FieldMachine& machine, const std::string& name, std::string cont
     const std::string version = words::TakeWord(content);
     const bool otherSize = words::TakeBeginning(content, "as long as");
     machine.PutBuild(name, ParseVersion(version), SizeOf(otherSize ? content : version), changed);
-}
-
-swiftpatch::DateTime TimeIn(const std::string& text) {
-    const std::array<int, 6> parts = words::TimeIn(text);
-    return swiftpatch::MakeDateTime({parts[0], parts[1], parts[2], parts[3], parts[4], parts[5]});
 }
 
 bool IsDigit(char character) { return character >= '0' && character <= '9'; }
@@ -115,7 +107,7 @@ private:
         } else if (line.word == "staged") {
             plain_ = false;
             const std::string version = words::TakeWord(rest);
-            PutContent(state_.machine, "tolvex30.exe", version, TimeIn(rest));
+            PutContent(state_.machine, "tolvex30.exe", version, words::TimeIn(rest));
         } else if (line.word == "animation") {
             RefuseUnless(rest == "missing");
             plain_ = animation_ = false;

@@ -1,6 +1,7 @@
 #include "scenarios/words.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdio>
 
@@ -62,13 +63,16 @@ std::size_t NumberIn(const std::string& text) {
     return value;
 }
 
-std::array<int, 6> TimeIn(const std::string& text) {
+std::chrono::local_seconds TimeIn(const std::string& text) {
+    using namespace std::chrono;
     std::array<int, 6> parts{};
     if (std::sscanf(text.c_str(), "%d-%d-%d %d:%d:%d", &parts[0], &parts[1], &parts[2], &parts[3],
                     &parts[4], &parts[5]) != 6) {
         throw TableError("no time: " + text);
     }
-    return parts;
+    const year_month_day date{year(parts[0]), month(static_cast<unsigned>(parts[1])),
+                              day(static_cast<unsigned>(parts[2]))};
+    return local_days(date) + hours(parts[3]) + minutes(parts[4]) + seconds(parts[5]);
 }
 
 std::string Unescaped(std::string_view text) {

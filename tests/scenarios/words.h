@@ -1,6 +1,6 @@
 #pragma once
 
-#include <array>
+#include <chrono>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -28,8 +28,8 @@ bool TakeBeginning(std::string& text, std::string_view beginning);
 
 std::size_t NumberIn(const std::string& text);
 
-/// The six numbers of a text like "2020-02-05 08:12:00".
-std::array<int, 6> TimeIn(const std::string& text);
+/// What a text like "2020-02-05 08:12:00" says, by whatever clock it means.
+std::chrono::local_seconds TimeIn(const std::string& text);
 
 /// \r, \n, \t, \\, \_ (a blank) and \xNN as the characters that they stand for.
 std::string Unescaped(std::string_view text);

@@ -1,6 +1,5 @@
 #include "unit/scenario_run.h"
 
-#include <array>
 #include <iostream>
 #include <limits>
 
@@ -14,48 +13,18 @@ using scenarios::Script;
 
 namespace {
 
-constexpr char kServerFolder[] = "http://tolvex.example/files/";
 constexpr char kServerDate[] = "Wed, 05 Feb 2020 08:12:00 GMT";
 constexpr std::size_t kLicenceSize = 5000;
 
-std::size_t SizeOf(const std::string& version) {
-    static const std::map<std::string, std::size_t> kSizes{
-        {"2.9.0.0", 201111},   {"3.0.11.0", 202222},    {"3.0.12.5", 203333},
-        {"3.1.0.123", 204444}, {"3.0.40000.1", 205555}, {"none", 206666}};
-    return kSizes.at(version);
-}
-
-std::string BuildOf(const std::string& version, std::size_t size) {
-    return headless::Build(version == "none" ? "" : version, size);
-}
-
-DateTime TimeIn(const std::string& text) {
-    const std::array<int, 6> parts = scenarios::TimeIn(text);
-    return MakeDateTime({parts[0], parts[1], parts[2], parts[3], parts[4], parts[5]});
-}
-
 }  // namespace
 
-std::string ScenarioContent(std::string description) {
-    if (scenarios::TakeBeginning(description, "empty")) {
-        return {};
-    }
-    if (scenarios::TakeBeginning(description, "letters")) {
-        return std::string(scenarios::NumberIn(description), 'x');
-    }
-    if (scenarios::TakeBeginning(description, "first")) {
-        const std::size_t size = scenarios::NumberIn(scenarios::TakeWord(description));
-        scenarios::TakeBeginning(description, "of");
-        return ScenarioContent(description).substr(0, size);
-    }
-    const std::string version = scenarios::TakeWord(description);
-    const bool otherSize = scenarios::TakeBeginning(description, "as long as");
-    return BuildOf(version, SizeOf(otherSize ? description : version));
-}
-
-std::pair<std::string, std::string> NameAndContent(const std::string& text) {
-    const std::size_t sign = text.find('=');
-    return {scenarios::Trimmed(text.substr(0, sign)), scenarios::Trimmed(text.substr(sign + 1))};
+std::string ScenarioContent(const std::string& description) {
+    return scenarios::ContentOf(description, [](std::string build) {
+        const std::string version = scenarios::TakeWord(build);
+        const bool otherSize = scenarios::TakeBeginning(build, "as long as");
+        return headless::Build(version == "none" ? "" : version,
+                               scenarios::SizeOfBuild(otherSize ? build : version).value());
+    });
 }
 
 const std::map<std::string, ScenarioRun::Action>& ScenarioRun::Actions() {
@@ -126,7 +95,7 @@ void ScenarioRun::Staged(const std::string& versionAndTime) {
     std::string time = versionAndTime;
     const std::string version = scenarios::TakeWord(time);
     world.AddFile("tolvex30.exe", ScenarioContent(version),
-                  AddMinutes(TimeIn(time), world.utcOffsetMinutes));
+                  AddMinutes(scenarios::TimeIn(time), world.utcOffsetMinutes));
 }
 
 void ScenarioRun::Animation(const std::string& state) {
@@ -143,12 +112,12 @@ void ScenarioRun::Settings(const std::string& contents) {
 }
 
 void ScenarioRun::PlaceFile(const std::string& nameAndContent) {
-    const auto [name, content] = NameAndContent(nameAndContent);
+    const auto [name, content] = scenarios::NameAndContent(nameAndContent);
     const headless::File* old = world.disk.Find(world.PathOf(name));
     world.AddFile(name, ScenarioContent(content), old == nullptr ? DateTime{} : old->changed);
 }
 
-void ScenarioRun::SetClock(const std::string& time) { world.SetLocalTime(TimeIn(time)); }
+void ScenarioRun::SetClock(const std::string& time) { world.SetLocalTime(scenarios::TimeIn(time)); }
 
 void ScenarioRun::Connection(const std::string& kind) {
     constexpr std::uint32_t kRemoteAccess = 0x20;
@@ -186,7 +155,7 @@ void ScenarioRun::PrepareServer() {
 }
 
 std::string ScenarioRun::Url(const std::string& method, const std::string& name) {
-    return method + " " + kServerFolder + name;
+    return method + " " + kFolder + name;
 }
 
 std::string ScenarioRun::UsualBody(const std::string& name) const {

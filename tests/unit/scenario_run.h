@@ -5,16 +5,14 @@
 #include <string>
 #include <vector>
 
+#include "scenarios/content.h"
 #include "scenarios/table.h"
 #include "unit/check_support.h"
 
 namespace swiftpatch {
 
 /// The bytes that a row means by "3.0.12.5", "letters 10", "first 100 of 3.0.12.5", ...
-std::string ScenarioContent(std::string description);
-
-/// Parts "name = content".
-std::pair<std::string, std::string> NameAndContent(const std::string& text);
+std::string ScenarioContent(const std::string& description);
 
 /// A row of the scenario table, run on the scripted machine.
 class ScenarioRun : public ProgramTest {

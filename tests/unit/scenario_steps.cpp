@@ -9,7 +9,6 @@ using scenarios::Line;
 
 namespace {
 
-constexpr char kServerFolder[] = "http://tolvex.example/files/";
 constexpr std::int64_t kLongestStage = 60000;  // Milliseconds on the machine's clock.
 
 MsgBoxAnswer AnswerIn(const std::string& name) {
@@ -148,7 +147,7 @@ std::map<std::string, std::string> ScenarioRun::Files() {
 void ScenarioRun::CheckRequests(const std::string& requests) {
     std::vector<std::string> seen;
     for (const std::string& request : world.network.Requests()) {
-        seen.push_back(scenarios::Replaced(request, kServerFolder, ""));
+        seen.push_back(scenarios::Replaced(request, kFolder, ""));
     }
     EXPECT_EQ(seen, NamesIn(requests, "none"));
 }
@@ -177,7 +176,7 @@ void ScenarioRun::CheckFiles(const std::string& differences) {
 }
 
 void ScenarioRun::CheckContent(const std::string& nameAndContent) {
-    auto [name, content] = NameAndContent(nameAndContent);
+    auto [name, content] = scenarios::NameAndContent(nameAndContent);
     const headless::File* file = world.disk.Find(world.PathOf(name));
     ASSERT_TRUE(file != nullptr) << "there is no " << name;
     if (scenarios::TakeBeginning(content, "a beginning of")) {

@@ -25,10 +25,6 @@ constexpr milliseconds kLongestWait{10 * 60 * 1000};
 constexpr milliseconds kLongestWaitAlone{90000};
 constexpr milliseconds kSoon{40000};
 
-std::string BuildOf(const Options& options, const std::string& version) {
-    return ReadWholeFile(options.fixtures / ("main_" + version + ".exe"));
-}
-
 Reply Publication(std::string bytes) {
     Reply reply;
     reply.body = Body(std::move(bytes));
@@ -46,8 +42,8 @@ void Require(bool condition, const std::string& what) {
 
 DemoRun::DemoRun(const Options& options)
     : options_(options),
-      oldBuild_(BuildOf(options, kOldVersion)),
-      newBuild_(BuildOf(options, kNewVersion) + Body::Pattern(kPadding).Read(0, kPadding)),
+      oldBuild_(SampleProgram(options, kOldVersion)),
+      newBuild_(SampleProgram(options, kNewVersion) + Body::Pattern(kPadding).Read(0, kPadding)),
       folder_(options.scratch / "app", options.updater) {}
 
 void DemoRun::Run() {

@@ -29,10 +29,6 @@ constexpr milliseconds kSoon{120000};
 // The windows paint themselves a moment after they have changed.
 constexpr milliseconds kPaintingTime{700};
 
-std::string BuildOf(const Options& options, const std::string& version) {
-    return ReadWholeFile(options.fixtures / ("main_" + version + ".exe"));
-}
-
 }  // namespace
 
 Gallery::Gallery(const Options& options) : options_(options) {}
@@ -46,7 +42,7 @@ void Gallery::Make() {
 
 void Gallery::PassThroughAnUpdate() {
     Reply build;
-    build.body = Body(BuildOf(options_, kNewVersion));
+    build.body = Body(SampleProgram(options_, kNewVersion));
     build.bytesPerSecond = build.body.Size() / kDownloadSeconds;
     Publish(build);
     Start(kOldVersion, "");
@@ -80,10 +76,10 @@ void Gallery::WatchDownload() {
 
 void Gallery::PassThroughACheckThatFindsNothing() {
     Reply build;
-    build.body = Body(BuildOf(options_, kNewVersion));
+    build.body = Body(SampleProgram(options_, kNewVersion));
     Publish(build);
     const AppFolder elsewhere(options_.scratch / "elsewhere", options_.updater);
-    elsewhere.Write("tolvex.exe", BuildOf(options_, kOldVersion));
+    elsewhere.Write("tolvex.exe", SampleProgram(options_, kOldVersion));
     const MainProgram running(elsewhere.File("tolvex.exe"), L"--refuse");
     Start(kNewVersion, kNewVersion);
     PictureOfBox("box-program-running", IDNO);
@@ -113,7 +109,7 @@ void Gallery::PassThroughAFailure() {
 
 void Gallery::PassThroughABrokenDownload() {
     Reply broken;
-    broken.body = Body(BuildOf(options_, kNewVersion));
+    broken.body = Body(SampleProgram(options_, kNewVersion));
     broken.end = BodyEnd::kReset;
     broken.endAfter = broken.body.Size() / 2;
     Publish(broken);
@@ -136,9 +132,9 @@ void Gallery::Start(const std::string& installed, const std::string& staged) {
                            std::string("LogFileName=") + kLogName + "\r\n");
     folder_->Write(kLogName, kLogText);
     folder_->Write("filecopy.avi", fixtures::MakeAnimation());
-    folder_->Write("tolvex.exe", BuildOf(options_, installed));
+    folder_->Write("tolvex.exe", SampleProgram(options_, installed));
     if (!staged.empty()) {
-        folder_->Write("tolvex30.exe", BuildOf(options_, staged));
+        folder_->Write("tolvex30.exe", SampleProgram(options_, staged));
         folder_->SetTime("tolvex30.exe", kStagedTime);
     }
     updater_.emplace(folder_->Updater());

@@ -1,0 +1,43 @@
+#include "scenarios/content.h"
+
+#include <map>
+
+#include "scenarios/words.h"
+
+namespace swiftpatch::scenarios {
+
+std::string ContentOf(std::string description, const MakeBuild& build) {
+    if (TakeBeginning(description, "empty")) {
+        return {};
+    }
+    if (TakeBeginning(description, "letters")) {
+        return std::string(NumberIn(description), 'x');
+    }
+    if (TakeBeginning(description, "text")) {
+        return Unescaped(description);
+    }
+    if (TakeBeginning(description, "first")) {
+        const std::size_t size = NumberIn(TakeWord(description));
+        TakeBeginning(description, "of");
+        return ContentOf(description, build).substr(0, size);
+    }
+    return build(description);
+}
+
+std::pair<std::string, std::string> NameAndContent(const std::string& text) {
+    const std::size_t sign = text.find('=');
+    if (sign == std::string::npos) {
+        throw TableError("an = is missing: " + text);
+    }
+    return {Trimmed(text.substr(0, sign)), Trimmed(text.substr(sign + 1))};
+}
+
+std::optional<std::size_t> SizeOfBuild(const std::string& version) {
+    static const std::map<std::string, std::size_t> kSizes{
+        {"2.9.0.0", 201111},   {"3.0.11.0", 202222},    {"3.0.12.5", 203333},
+        {"3.1.0.123", 204444}, {"3.0.40000.1", 205555}, {"none", 206666}};
+    const auto found = kSizes.find(version);
+    return found == kSizes.end() ? std::nullopt : std::optional(found->second);
+}
+
+}  // namespace swiftpatch::scenarios
