@@ -10,6 +10,7 @@ function(precompile target)
 endfunction()
 
 precompile(runtime ${standard_headers})
+precompile(swiftpatch_components ${standard_headers})
 precompile(program ${standard_headers})
 precompile(runtime_headless ${standard_headers})
 precompile(publish_check ${standard_headers})
