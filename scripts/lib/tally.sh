@@ -25,7 +25,7 @@ tally() {
         printf '%s: did not come to its end; its last lines:\n' "$name"
         tail -n 40 "$log" | sed 's/^/    /'
     fi
-    printf '%s: %d passed, %d failed\n' "$name" "$passed" "$failed"
+    printf '%s: %d passed, %d failed (%s)\n' "$name" "$passed" "$failed" "$(tally_time "$log")"
     tally_passed=$((tally_passed + passed))
     tally_failed=$((tally_failed + failed))
 }
@@ -39,6 +39,13 @@ tally_count() {
         END { print passed + 0, failed + 0 }'
 }
 
+# What the program says in its last line of the time that its tests took.
+tally_time() {
+    local milliseconds
+    milliseconds=$(sed -nE 's/^\[==========\] .* ran\. \(([0-9]+) ms total\).*/\1/p' "$1")
+    printf '%d s\n' $((${milliseconds:-0} / 1000))
+}
+
 tally_show_failures() {
     tr -d '\r' <"$1" | awk '
         /^\[ RUN      \]/ { text = "" }
@@ -49,18 +56,18 @@ tally_show_failures() {
 # tally_check NAME COMMAND...: one case, which passes when the command ends with status 0. One that
 # ends with 77 is skipped: it has said what this machine lacks for it.
 tally_check() {
-    local name=$1 output status=0
+    local name=$1 started=$SECONDS output status=0
     shift
     output=$("$@" 2>&1) || status=$?
     if [ "$status" = 0 ]; then
         tally_passed=$((tally_passed + 1))
-        printf '%s: ok\n' "$name"
+        printf '%s: ok (%d s)\n' "$name" $((SECONDS - started))
     elif [ "$status" = 77 ]; then
         tally_skipped=$((tally_skipped + 1))
         printf '%s: skipped (%s)\n' "$name" "$(tail -n 1 <<<"$output")"
     else
         tally_failed=$((tally_failed + 1))
-        printf '%s: FAILED\n' "$name"
+        printf '%s: FAILED (%d s)\n' "$name" $((SECONDS - started))
         sed 's/^/    /' <<<"$output"
     fi
 }

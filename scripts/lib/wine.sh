@@ -6,10 +6,11 @@
 #   wine_display            starts a virtual screen and exports DISPLAY
 #   wine_prefix NAME        makes (once) and selects the prefix build/wine/NAME
 #   wine_prefix_like NAME   the same, but as a quick copy of the prefix "base"
+#   wine_place NAME         starts a screen, selects a prefix like "base" and makes the empty folder
+#                           $wine_scratch, all for one subshell, with which they end
 #   wine_alone NAME SECONDS PROGRAM ARGUMENT...
-#                           runs a program on a screen of its own, in a prefix like "base" and with
-#                           the empty folder build/scratch/NAME, which it is told of as --scratch;
-#                           to be called in a subshell, which it ends
+#                           runs a program in a place of its own, whose folder it is told of as
+#                           --scratch; to be called in a subshell, which it ends
 #   wine_run SECONDS PROGRAM ARGUMENT...
 #                           runs a program; its output and its exit status come through, 124 when
 #                           the time is over
@@ -126,15 +127,20 @@ wine_run() {
     return "$status"
 }
 
-wine_alone() {
-    local name=$1 seconds=$2 program=$3 scratch=$wine_root/build/scratch/$1
-    shift 3
+wine_place() {
+    wine_scratch=$wine_root/build/scratch/$1
     trap wine_stop EXIT
     trap 'exit 143' TERM INT
-    rm -rf "$scratch"
-    mkdir -p "$scratch"
-    wine_display && wine_prefix_like "$name" || exit 1
-    wine_run "$seconds" "$program" "--scratch=$scratch" "$@"
+    rm -rf "$wine_scratch"
+    mkdir -p "$wine_scratch"
+    wine_display && wine_prefix_like "$1" || exit 1
+}
+
+wine_alone() {
+    local seconds=$2 program=$3
+    wine_place "$1"
+    shift 3
+    wine_run "$seconds" "$program" "--scratch=$wine_scratch" "$@"
     exit
 }
 

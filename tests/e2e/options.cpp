@@ -45,7 +45,7 @@ Options ReadOptions(int count, char** arguments) {
     options.updater = own.parent_path() / "win32-release" / "swiftpatch.exe";
     options.fixtures = own / "fixtures";
     options.scenarios = own.parent_path().parent_path() / "tests" / "scenarios" / "tables";
-    options.package = own.parent_path() / "package" / "unpacked";
+    options.package = own.parent_path() / "unpacked";
     options.scratch = own / "scratch";
     for (int i = 1; i < count; ++i) {
         const std::string argument = arguments[i];
