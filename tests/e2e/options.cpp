@@ -57,6 +57,7 @@ Options ReadOptions(int count, char** arguments) {
                    !TakePath(argument, "package", options.package) &&
                    !TakePath(argument, "scratch", options.scratch) &&
                    !TakeNumber(argument, "kills", options.kills) &&
+                   !TakeNumber(argument, "installs", options.installs) &&
                    !TakeNumber(argument, "monkey", options.monkeySeconds) &&
                    !TakeNumber(argument, "seed", options.seed)) {
             throw DriveError("unknown argument " + argument);

@@ -14,13 +14,15 @@ struct Options {
     std::filesystem::path scratch;    ///< A folder to work in.
     bool automatic = false;           ///< The demonstration presses the buttons itself.
     int kills = 10;                   ///< How often the updater is ended by force.
+    int installs = 5;                 ///< How many installs others look at and disturb.
     int monkeySeconds = 20;           ///< How long the monkey is let at the updater.
     unsigned seed = 0;  ///< Of all that happens at random; 0 takes one from the clock.
 };
 
 /// Reads --updater=FILE, --fixtures=FOLDER, --scenarios=FOLDER, --package=FOLDER,
-/// --scratch=FOLDER, --auto, --kills=N, --monkey=SECONDS and --seed=N; what is not given is looked
-/// for around the driver itself, as the build leaves it. Throws DriveError for anything else.
+/// --scratch=FOLDER, --auto, --kills=N, --installs=N, --monkey=SECONDS and --seed=N; what is not
+/// given is looked for around the driver itself, as the build leaves it. Throws DriveError for
+/// anything else.
 Options ReadOptions(int count, char** arguments);
 
 /// The sample main program of a version, or the one without a version block ("none").
