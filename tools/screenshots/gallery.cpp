@@ -80,6 +80,7 @@ void Gallery::PassThroughACheckThatFindsNothing() {
     Publish(build);
     const AppFolder elsewhere(options_.scratch / "elsewhere", options_.updater);
     elsewhere.Write("tolvex.exe", SampleProgram(options_, kOldVersion));
+    // cppcheck-suppress unreadVariable ; that it runs is what is wanted.
     const MainProgram running(elsewhere.File("tolvex.exe"), L"--refuse");
     Start(kNewVersion, kNewVersion);
     PictureOfBox("box-program-running", IDNO);
