@@ -83,6 +83,38 @@ TEST_F(Splash, StaysThreeSecondsAndIsGoneBeforeTheMainWindowIsThere) {
     ExpectFiles({});
 }
 
+/// The mark of an instance that may not be opened, as that of one with more rights: its list of
+/// rights is empty, so that nobody has any.
+class ForbiddenMark {
+public:
+    ForbiddenMark() {
+        ACL nobody{};
+        InitializeAcl(&nobody, sizeof(nobody), ACL_REVISION);
+        SECURITY_DESCRIPTOR rights{};
+        InitializeSecurityDescriptor(&rights, SECURITY_DESCRIPTOR_REVISION);
+        SetSecurityDescriptorDacl(&rights, TRUE, &nobody, FALSE);
+        SECURITY_ATTRIBUTES attributes{sizeof(attributes), &rights, FALSE};
+        mutex_ = CreateMutexW(&attributes, FALSE, L"SwiftPatch.Instance");
+    }
+    ~ForbiddenMark() { CloseHandle(mutex_); }
+    ForbiddenMark(const ForbiddenMark&) = delete;
+    ForbiddenMark& operator=(const ForbiddenMark&) = delete;
+
+private:
+    HANDLE mutex_ = nullptr;
+};
+
+TEST_F(Splash, InstanceThatMayNotBeOpenedCountsAsRunning) {
+    const ForbiddenMark first;
+    Publish("3.0.12.5");
+    Install("3.0.11.0");
+    Start();
+    updater_->AwaitEnd(kSoon);
+    EXPECT_EQ(transcript_->Windows(), std::vector<std::string>{});
+    ExpectRequests({});
+    ExpectFiles({});
+}
+
 TEST_F(Splash, SecondInstanceEndsWithoutAWindow) {
     Publish("3.0.12.5");
     Install("3.0.11.0");

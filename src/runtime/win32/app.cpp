@@ -42,10 +42,12 @@ std::string ProgramFile() {
     return ansi.data();
 }
 
-/// The name lives until the process ends, however it ends.
+/// The name lives until the process ends, however it ends. It is taken as well where it may not be
+/// opened, as that of an instance that was started with more rights.
 bool NameTaken(const std::string& name) {
     ::CreateMutexA(nullptr, FALSE, name.c_str());
-    return ::GetLastError() == ERROR_ALREADY_EXISTS;
+    const DWORD error = ::GetLastError();
+    return error == ERROR_ALREADY_EXISTS || error == ERROR_ACCESS_DENIED;
 }
 
 }  // namespace
