@@ -108,6 +108,12 @@ void Updater::CloseByCorner(const wchar_t* form) const {
     PostMessageW(Window(form), WM_SYSCOMMAND, SC_CLOSE, 0);
 }
 
+void Updater::CloseAllWindows() const {
+    for (const HWND window : TopLevelWindowsOf(process_.Id())) {
+        PostMessageW(window, WM_CLOSE, 0, 0);
+    }
+}
+
 std::optional<Box> Updater::MessageBoxNow() const {
     for (const HWND window : VisibleWindowsOf(process_.Id())) {
         if (IsMessageBox(window)) {

@@ -44,6 +44,8 @@ public:
     void Press(const Control& control) const;
     /// Closes a window as the user does who presses the X in its corner.
     void CloseByCorner(const wchar_t* form) const;
+    /// Tells every window of the program to close, hidden ones too, as tools do that end tasks.
+    void CloseAllWindows() const;
 
     std::optional<Box> MessageBoxNow() const;
     Box AwaitMessageBox(milliseconds limit) const;

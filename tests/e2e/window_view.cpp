@@ -20,11 +20,11 @@ Search& SearchOf(LPARAM parameter) {
     return *reinterpret_cast<Search*>(parameter);  // The way of the platform's enumerations.
 }
 
-BOOL CALLBACK CollectVisible(HWND window, LPARAM parameter) {
+BOOL CALLBACK CollectOfProcess(HWND window, LPARAM parameter) {
     Search& search = SearchOf(parameter);
     DWORD owner = 0;
     GetWindowThreadProcessId(window, &owner);
-    if (owner == search.process && IsWindowVisible(window) != 0) {
+    if (owner == search.process) {
         search.found.push_back(window);
     }
     return TRUE;
@@ -73,8 +73,14 @@ std::optional<std::string> AskText(HWND window) {
 std::string TextOf(HWND window) { return AskText(window).value_or(""); }
 
 std::vector<HWND> VisibleWindowsOf(DWORD process) {
+    std::vector<HWND> windows = TopLevelWindowsOf(process);
+    std::erase_if(windows, [](HWND window) { return IsWindowVisible(window) == 0; });
+    return windows;
+}
+
+std::vector<HWND> TopLevelWindowsOf(DWORD process) {
     Search search{process, {}};
-    EnumWindows(CollectVisible, reinterpret_cast<LPARAM>(&search));
+    EnumWindows(CollectOfProcess, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
 

@@ -20,6 +20,8 @@ std::string TextOf(HWND window);
 
 /// The program's visible top-level windows, from the top down.
 std::vector<HWND> VisibleWindowsOf(DWORD process);
+/// The same with the hidden ones.
+std::vector<HWND> TopLevelWindowsOf(DWORD process);
 /// All windows inside a window, at any depth.
 std::vector<HWND> WindowsInside(HWND window);
 

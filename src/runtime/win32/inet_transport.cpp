@@ -170,6 +170,10 @@ LRESULT InetTransport::Request::OnMessage(UINT message, WPARAM wParam, LPARAM lP
             reports_.push_back({message, wParam, lParam});
             PassOnReports();
             return 0;
+        case WM_CLOSE:
+            // What ends tasks tells all windows of the program to close. This one has to stay: the
+            // user may say No, and the transfer then goes on.
+            return 0;
         default:
             return ::DefWindowProcA(window_.Get(), message, wParam, lParam);
     }
