@@ -55,7 +55,8 @@ void InetBody::Gather() {
 /// then says when to try again and leaves the buffer alone. (Asking first how much is there takes
 /// twice as long, in steps of 8 KiB.)
 DWORD InetBody::Read(std::span<char> target) {
-    INTERNET_BUFFERSA buffers{};
+    INTERNET_BUFFERSA& buffers = exchange_.ReadRecord();
+    buffers = {};
     buffers.dwStructSize = sizeof(buffers);
     buffers.lpvBuffer = target.data();
     buffers.dwBufferLength = static_cast<DWORD>(target.size());

@@ -9,7 +9,8 @@
 // The Exchange is on the heap and counts its owners: the transport lets go of it when it closes the
 // request, the platform with the last callback for the handle, which may come much later. Were it a
 // part of the transport, a late callback would find another request in its place, or nothing. The
-// blocks for the body belong to it for the same reason: a read may still be under way.
+// record of a read and the blocks for the body belong to it for the same reason: a read may still
+// be under way.
 #include "runtime/win32/inet_exchange.h"
 
 #include <algorithm>

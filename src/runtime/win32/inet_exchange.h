@@ -38,6 +38,10 @@ public:
 
     void Release();
 
+    /// What a read tells the platform, and what it learns. It is here because a read may be under
+    /// way still when the one who started it has gone.
+    INTERNET_BUFFERSA& ReadRecord() { return readRecord_; }
+
     static constexpr std::size_t kBlockSize = 256 * 1024;
     using Block = std::shared_ptr<char[]>;
     /// Memory for the body's bytes that nobody else holds. It comes back by itself when nobody
@@ -52,6 +56,7 @@ private:
     LONG hushed_ = 0;
     LONG redirects_ = 0;
     LONG owners_ = 2;
+    INTERNET_BUFFERSA readRecord_{};
     std::vector<Block> blocks_;
 };
 
