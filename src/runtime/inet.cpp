@@ -57,6 +57,7 @@ void Inet::Execute(const std::string& url, const std::string& verb) {
     open_ = true;
     executing_ = true;
     expectsBody_ = verb == "GET";
+    attempt_ = 0;
     Touch();
 }
 
@@ -116,8 +117,25 @@ void Inet::OnState(std::uint32_t request, int state) {
     if (!IsPresent(request) || !executing_) {
         return;
     }
-    Touch();
+    if (IsProgress(state)) {
+        Touch();
+    }
     Notify(state);
+}
+
+/// Some platforms try several times to reach a server, and report each of the attempts. All of them
+/// together have one time-out.
+bool Inet::IsProgress(int state) {
+    const bool reached = state >= inet_state::kConnected && state <= inet_state::kResponseReceived;
+    const bool further = state > attempt_;
+    attempt_ = reached ? 0 : std::max(attempt_, state);
+    return reached || further;
+}
+
+void Inet::OnWork(std::uint32_t request) {
+    if (IsPresent(request) && executing_) {
+        Touch();
+    }
 }
 
 void Inet::OnAnswer(std::uint32_t request, std::int32_t status, std::string headers) {

@@ -41,7 +41,9 @@ public:
     /// Raised with one of inet_state. After state 11 or 12 no further state of that request comes.
     std::function<void(int state)> StateChanged;
 
-    /// Seconds without a byte and without a state after which a request counts as timed out.
+    /// Seconds without a byte and without a state after which a request counts as timed out. States
+    /// of further attempts to connect do not count, so that a host that is down is given up in
+    /// time.
     std::int32_t RequestTimeout = 60;
 
     const std::string& Name() const { return name_; }
@@ -76,6 +78,8 @@ public:
     // What the platform's transport reports, on the user-interface thread. `request` is the number
     // that Open was called with; reports of another request than the present one are dropped.
     void OnState(std::uint32_t request, int state);
+    /// The platform is at work for the request, in a way that no state stands for.
+    void OnWork(std::uint32_t request);
     void OnAnswer(std::uint32_t request, std::int32_t status, std::string headers);
     /// An empty block is the end of the body.
     void OnBlock(std::uint32_t request, Bytes block);
@@ -85,6 +89,7 @@ public:
 
 private:
     bool IsPresent(std::uint32_t request) const { return open_ && request == request_; }
+    bool IsProgress(int state);
     void Touch();
     bool TimedOut() const;
     void Notify(int state);
@@ -111,6 +116,7 @@ private:
     std::int32_t failure_ = 0;
     std::int32_t responseCode_ = 0;
     std::uint32_t lastSign_ = 0;
+    int attempt_ = 0;  ///< The furthest state since the server was heard of, if it has not been.
     std::string headers_;
     std::deque<Bytes> blocks_;  ///< What was not handed out yet.
     std::size_t held_ = 0;      ///< Bytes in them.

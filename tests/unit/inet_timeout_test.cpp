@@ -40,6 +40,71 @@ TEST_F(InetTimeout, EveryStateStartsItAgain) {
     EXPECT_THAT(states, ElementsAre(4, 11));
 }
 
+TEST_F(InetTimeout, FurtherAttemptsToConnectDoNotStartItAgain) {
+    ScriptSilence();
+    inet.Execute("host/file", "GET");
+    for (const int state :
+         {inet_state::kResolvingHost, inet_state::kHostResolved, inet_state::kConnecting,
+          inet_state::kDisconnecting, inet_state::kDisconnected, inet_state::kConnecting}) {
+        inet.OnState(1, state);
+    }
+    Pump(10000);
+    inet.OnState(1, inet_state::kConnecting);
+    Pump(5000 + kSlack);
+    EXPECT_THAT(states, ElementsAre(1, 2, 3, 9, 10, 3, 3, 11));
+    EXPECT_EQ(inet.ResponseCode(), 35758);
+}
+
+TEST_F(InetTimeout, ConnectingAfterAnAnswerStartsItAgain) {
+    ScriptSilence();
+    inet.Execute("host/file", "GET");
+    for (const int state : {inet_state::kConnecting, inet_state::kConnected,
+                            inet_state::kRequesting, inet_state::kResponseReceived}) {
+        inet.OnState(1, state);
+    }
+    Pump(10000);
+    // As after an answer that leads to another address.
+    inet.OnState(1, inet_state::kConnecting);
+    Pump(14900);
+    EXPECT_TRUE(inet.StillExecuting());
+    Pump(100 + kSlack);
+    EXPECT_EQ(inet.ResponseCode(), 35758);
+}
+
+TEST_F(InetTimeout, AttemptsOfTheRequestBeforeDoNotCount) {
+    ScriptSilence();
+    inet.Execute("host/file", "GET");
+    inet.OnState(1, inet_state::kDisconnected);
+    inet.Cancel();
+    inet.Execute("host/file", "GET");
+    Pump(10000);
+    inet.OnState(2, inet_state::kConnecting);
+    Pump(14900);
+    EXPECT_TRUE(inet.StillExecuting());
+}
+
+TEST_F(InetTimeout, WorkOfThePlatformStartsItAgainWithoutAState) {
+    ScriptSilence();
+    inet.Execute("host/file", "GET");
+    Pump(10000);
+    inet.OnWork(1);
+    Pump(14900);
+    EXPECT_TRUE(inet.StillExecuting());
+    Pump(100 + kSlack);
+    EXPECT_THAT(states, ElementsAre(11));
+}
+
+TEST_F(InetTimeout, WorkForADroppedRequestDoesNotStartItAgain) {
+    ScriptSilence();
+    inet.Execute("host/file", "GET");
+    inet.Cancel();
+    inet.Execute("host/file", "GET");
+    Pump(10000);
+    inet.OnWork(1);
+    Pump(5000 + kSlack);
+    EXPECT_THAT(states, ElementsAre(11));
+}
+
 TEST_F(InetTimeout, DroppedReportsDoNotStartItAgain) {
     ScriptSilence();
     inet.Execute("host/file", "GET");

@@ -96,6 +96,9 @@ void CALLBACK OnInternetStatus(HINTERNET /*handle*/, DWORD_PTR context, DWORD st
         Complete(*exchange, *static_cast<const INTERNET_ASYNC_RESULT*>(detail));
     } else if (status == INTERNET_STATUS_REDIRECT) {
         exchange->NoteRedirect();
+    } else if (status == INTERNET_STATUS_DETECTING_PROXY) {
+        // Takes as long as half a minute, before anything is sent.
+        exchange->Post(Exchange::kWorkMessage, 0);
     } else if (StateOf(status) != 0 && !exchange->Hushed()) {
         exchange->Post(Exchange::kStateMessage, static_cast<DWORD>(StateOf(status)));
     }

@@ -20,6 +20,8 @@ public:
     static constexpr UINT kStateMessage = WM_APP + 1;
     /// Posted by the transport to itself too. lParam: an error of the system, or 0.
     static constexpr UINT kCompletedMessage = WM_APP + 2;
+    /// The platform does something that no state stands for.
+    static constexpr UINT kWorkMessage = WM_APP + 3;
 
     Exchange(HWND window, DWORD number) : window_(window), number_(number) {}
     Exchange(const Exchange&) = delete;

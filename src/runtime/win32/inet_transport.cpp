@@ -167,6 +167,7 @@ LRESULT InetTransport::Request::OnMessage(UINT message, WPARAM wParam, LPARAM lP
             return 0;
         case Exchange::kStateMessage:
         case Exchange::kCompletedMessage:
+        case Exchange::kWorkMessage:
             reports_.push_back({message, wParam, lParam});
             PassOnReports();
             return 0;
@@ -195,6 +196,8 @@ void InetTransport::Request::PassOn(const Report& report) {
     }
     if (report.message == Exchange::kStateMessage) {
         owner_.OnState(report.number, static_cast<int>(report.value));
+    } else if (report.message == Exchange::kWorkMessage) {
+        owner_.OnWork(report.number);
     } else if (body_) {
         PassOnBody(static_cast<DWORD>(report.value));
     } else {
