@@ -1,6 +1,5 @@
 #include "components/CabFile.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "components/Callback.h"

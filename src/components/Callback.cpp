@@ -1,7 +1,5 @@
 #include "components/Callback.h"
 
-#include <string>
-
 #include "components/CabFile.h"
 #include "runtime/cabinet.h"
 

@@ -7,7 +7,6 @@
 #include "runtime/events.h"
 #include "runtime/files.h"
 #include "runtime/msgbox.h"
-#include "runtime/strings.h"
 #include "shared/paths.h"
 #include "shared/shared_state.h"
 

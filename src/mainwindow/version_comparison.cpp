@@ -3,12 +3,10 @@
 #include <vector>
 
 #include "mainwindow/frmSwiftPatch.h"
-#include "runtime/events.h"
 #include "runtime/files.h"
 #include "runtime/numbers.h"
 #include "runtime/strings.h"
 #include "shared/paths.h"
-#include "shared/shared_state.h"
 
 namespace swiftpatch {
 namespace {

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <ctime>
-
 #include "components/cab_outcome.h"
 #include "components/cab_writer.h"
 #include "runtime/clock.h"

@@ -8,9 +8,7 @@
 #include "e2e/read_only_folder.h"
 #include "e2e/shell_below.h"
 #include "e2e/small_disk.h"
-#include "e2e/text.h"
 #include "e2e/update_run.h"
-#include "fixtures/animation.h"
 
 namespace swiftpatch::e2e {
 namespace {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <string>
 
 #include "publish_check/assessment.h"
 #include "scenarios/table.h"

@@ -3,6 +3,7 @@
 #include "app/frmSplash1.h"
 #include "install/frmLog.h"
 #include "install/frmRunning.h"
+#include "mainwindow/frmSwiftPatch.h"
 #include "reentry/machine.h"
 #include "runtime/runtime_error.h"
 

@@ -2,6 +2,7 @@
 
 #include "app/frmSplash1.h"
 #include "install/frmLog.h"
+#include "mainwindow/frmSwiftPatch.h"
 #include "reentry/machine.h"
 
 namespace swiftpatch::reentry {

@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "mainwindow/frmSwiftPatch.h"
 #include "runtime/headless/world.h"
 
 namespace swiftpatch::reentry {

@@ -1,5 +1,4 @@
 #include "components/Callback.h"
-#include "runtime/events.h"
 #include "unit/CabFile_test.h"
 
 namespace swiftpatch {

@@ -1,4 +1,3 @@
-#include "runtime/runtime_error.h"
 #include "unit/download_engine_support.h"
 
 namespace swiftpatch {

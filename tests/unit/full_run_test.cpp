@@ -1,4 +1,3 @@
-#include "app/frmSplash1.h"
 #include "runtime/program.h"
 #include "unit/program_test.h"
 

@@ -1,8 +1,9 @@
+#include <gtest/gtest.h>
+
 #include <array>
 
 #include "install/modVersion.h"
 #include "runtime/runtime_error.h"
-#include "unit/check_support.h"
 
 namespace swiftpatch {
 namespace {

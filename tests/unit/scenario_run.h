@@ -3,7 +3,6 @@
 #include <functional>
 #include <map>
 #include <string>
-#include <vector>
 
 #include "scenarios/content.h"
 #include "scenarios/table.h"

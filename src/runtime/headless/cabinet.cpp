@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "runtime/cabinet.h"
 #include "runtime/headless/world.h"

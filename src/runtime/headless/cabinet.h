@@ -4,7 +4,6 @@
 #include <deque>
 #include <string>
 #include <variant>
-#include <vector>
 
 namespace swiftpatch::headless {
 

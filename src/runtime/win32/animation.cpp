@@ -1,6 +1,6 @@
 #include "runtime/win32/animation.h"
 
-#include "runtime/controls.h"
+#include "runtime/win32/peer.h"
 
 namespace swiftpatch {
 

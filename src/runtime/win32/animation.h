@@ -1,6 +1,6 @@
 #pragma once
 
-#include "runtime/win32/peer.h"
+#include "runtime/controls.h"
 
 namespace swiftpatch {
 

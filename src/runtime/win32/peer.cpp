@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "runtime/win32/fonts.h"
-#include "runtime/win32/pump.h"
 #include "runtime/win32/window_procedure.h"
 
 // A peer ties a component of the program to its window. Three lives meet here, and each can be the
