@@ -144,7 +144,7 @@ std::uint32_t CabFile::LeaveOut(std::int32_t error) {
 }
 
 bool CabFile::MakeFolderOf(const std::string& target) {
-    const std::string folder = target.substr(0, target.rfind('\\'));
+    const std::string folder(FolderPart(target));
     // Most files belong in the same folder as the file before.
     if (folder == folderMade_ || folder.empty()) {
         return true;

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "components/join_path.h"
+#include "runtime/code_page.h"
 #include "runtime/strings.h"
 
 namespace swiftpatch {
@@ -42,7 +43,8 @@ bool IsDevice(std::string_view part) {
 
 /// The name that the system would give the folder or file; empty when there is no safe one.
 std::string_view PlainName(std::string_view part) {
-    if (std::any_of(part.begin(), part.end(), IsForbidden)) {
+    const std::string masked = MaskTrailBytes(part);
+    if (std::any_of(masked.begin(), masked.end(), IsForbidden)) {
         return {};
     }
     // This leaves nothing of "." and "..".
@@ -50,31 +52,33 @@ std::string_view PlainName(std::string_view part) {
     return IsDevice(name) ? std::string_view() : name;
 }
 
-std::string WithBackslashes(std::string_view name) { return Replace(name, "/", "\\"); }
+/// In a form that is the same for all spellings of a name.
+std::string Comparable(std::string_view name) { return UpperCase(Replace(name, "/", "\\")); }
 
 }  // namespace
 
 std::string_view BareName(std::string_view nameInCabinet) {
-    return nameInCabinet.substr(nameInCabinet.find_last_of(kSeparators) + 1);
+    return nameInCabinet.substr(MaskTrailBytes(nameInCabinet).find_last_of(kSeparators) + 1);
 }
 
 std::string_view FolderPart(std::string_view nameInCabinet) {
-    const std::size_t separator = nameInCabinet.find_last_of(kSeparators);
+    const std::size_t separator = MaskTrailBytes(nameInCabinet).find_last_of(kSeparators);
     return separator == std::string_view::npos ? std::string_view()
                                                : nameInCabinet.substr(0, separator);
 }
 
 bool IsWanted(std::string_view nameInCabinet, std::string_view wanted) {
-    return wanted.empty() || EqualWithoutCase(BareName(nameInCabinet), wanted) ||
-           EqualWithoutCase(WithBackslashes(nameInCabinet), WithBackslashes(wanted));
+    return wanted.empty() || UpperCase(BareName(nameInCabinet)) == UpperCase(wanted) ||
+           Comparable(nameInCabinet) == Comparable(wanted);
 }
 
 std::optional<std::string> PathUnder(std::string_view output, std::string_view nameInCabinet) {
+    const std::string masked = MaskTrailBytes(nameInCabinet);
     std::string relative;
-    std::string_view rest = nameInCabinet;
+    std::size_t start = 0;
     while (true) {
-        const std::size_t separator = rest.find_first_of(kSeparators);
-        const std::string_view name = PlainName(rest.substr(0, separator));
+        const std::size_t separator = masked.find_first_of(kSeparators, start);
+        const std::string_view name = PlainName(nameInCabinet.substr(start, separator - start));
         if (name.empty()) {
             return std::nullopt;
         }
@@ -83,7 +87,7 @@ std::optional<std::string> PathUnder(std::string_view output, std::string_view n
             return JoinPath(output, relative);
         }
         relative += '\\';
-        rest.remove_prefix(separator + 1);
+        start = separator + 1;
     }
 }
 

@@ -1,8 +1,10 @@
 #include "components/folders.h"
 
+#include <algorithm>
+
+#include "runtime/code_page.h"
 #include "runtime/files.h"
 #include "runtime/runtime_error.h"
-#include "runtime/strings.h"
 
 namespace swiftpatch {
 namespace {
@@ -28,13 +30,15 @@ bool IsDrivePart(const std::string& path, std::size_t index, const std::string& 
 }
 
 bool MakeEachLevel(const std::string& path) {
-    const std::vector<std::string> levels = Split(path, '\\');
-    std::string reached;
-    for (std::size_t i = 0; i < levels.size(); ++i) {
-        reached += (i == 0 ? "" : "\\") + levels[i];
-        if (!IsDrivePart(path, i, levels[i]) && !IsThere(ErrorOfMkDir(reached))) {
+    const std::string masked = MaskTrailBytes(path);
+    std::size_t start = 0;
+    for (std::size_t index = 0; start <= path.size(); ++index) {
+        const std::size_t end = std::min(masked.find('\\', start), path.size());
+        const std::string level = path.substr(start, end - start);
+        if (!IsDrivePart(path, index, level) && !IsThere(ErrorOfMkDir(path.substr(0, end)))) {
             return false;
         }
+        start = end + 1;
     }
     return true;
 }

@@ -1,5 +1,6 @@
 #include "components/utilities.h"
 
+#include "runtime/code_page.h"
 #include "runtime/desktop.h"
 #include "runtime/system.h"
 
@@ -35,7 +36,8 @@ std::string TrimNull(std::string_view text) { return std::string(text.substr(0, 
 
 void AddBackslash(std::string& path) {
     path.erase(path.find_last_not_of(' ') + 1);
-    if (!path.ends_with('/') && !path.ends_with('\\')) {
+    const std::string masked = MaskTrailBytes(path);
+    if (!masked.ends_with('/') && !masked.ends_with('\\')) {
         path += '\\';
     }
 }

@@ -1,4 +1,5 @@
 #include "components/folders.h"
+#include "runtime/headless/code_page.h"
 #include "unit/CabFile_test.h"
 
 namespace swiftpatch {
@@ -125,6 +126,15 @@ TEST_F(CabFileExtract, FileThatThePlatformCouldNotWriteEndsTheWalkWithItsError) 
     EXPECT_EQ(error.Description(), "There is not enough space on the disk.");
     EXPECT_EQ(after, 0);
     EXPECT_THAT(Answers(19), ElementsAre("112"));
+}
+
+TEST_F(CabFileExtract, FoldersArePartedBetweenCharactersOfTwoBytes) {
+    const headless::CodePage japanese(932);
+    Add("a\x83\\\\b\x83\\.txt", "1");
+    cab.Extract("C:\\Out\\\x95\\");
+    EXPECT_EQ(BytesOf("C:\\Out\\\x95\\\\a\x83\\\\b\x83\\.txt"), "1");
+    EXPECT_THAT(world.disk.folders,
+                ElementsAre("C:", "C:\\Out", "C:\\Out\\\x95\\", "C:\\Out\\\x95\\\\a\x83\\"));
 }
 
 TEST_F(CabFileExtract, FolderOfManyFilesIsMadeOnce) {

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "runtime/headless/code_page.h"
+
 namespace swiftpatch {
 namespace {
 
@@ -88,6 +90,35 @@ TEST(CabinetNames, AFileIsWantedByFullOrBareNameWithoutCase) {
     EXPECT_FALSE(IsWanted("a\\B.txt", "a"));
     EXPECT_FALSE(IsWanted("a\\B.txt", "B"));
     EXPECT_FALSE(IsWanted("x\\a\\B.txt", "a\\B.txt"));
+}
+
+TEST(CabinetNames, SecondBytesOfCharactersAreNeitherSeparatorsNorForbidden) {
+    const headless::CodePage japanese(932);
+    EXPECT_EQ(Under("\x83\\a\x94|\\\x95\\"), "C:\\Out\\\x83\\a\x94|\\\x95\\");
+    EXPECT_EQ(BareName("a\\b\x83\\c.txt"), "b\x83\\c.txt");
+    EXPECT_EQ(FolderPart("a\\b\x83\\c.txt"), "a");
+    EXPECT_EQ(FolderPart("\x83\\"), "");
+    EXPECT_EQ(PathUnder("C:\\\x83\\", "x"), "C:\\\x83\\\\x");
+    EXPECT_EQ(PathUnder("C:\\\x83\\\\", "x"), "C:\\\x83\\\\x");
+}
+
+TEST(CabinetNames, LeadBytesHideNoWayUp) {
+    const headless::CodePage japanese(932);
+    ExpectRefused({"a\x83/../..\\x", "a\\..\\x", "a/../x", "\x83:x", "a\x83\\\\..\\x"});
+}
+
+TEST(CabinetNames, AFileIsWantedWithoutRegardToTheCaseOfAnyLetter) {
+    EXPECT_TRUE(IsWanted("\xC4rger.txt", "\xE4RGER.TXT"));
+    EXPECT_TRUE(IsWanted("\xC4\\b.txt", "\xE4/B.txt"));
+    const headless::CodePage japanese(932);
+    EXPECT_FALSE(IsWanted("\xC4.txt", "\xE4.txt"));
+    EXPECT_TRUE(IsWanted("\x82\x60.txt", "\x82\x81.TXT"));
+    // The second bytes look like "A" and "a"; the characters are two others.
+    EXPECT_FALSE(
+        IsWanted("\x83"
+                 "A.txt",
+                 "\x83"
+                 "a.txt"));
 }
 
 }  // namespace

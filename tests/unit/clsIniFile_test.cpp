@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "runtime/headless/code_page.h"
 #include "runtime/headless/profile.h"
 #include "runtime/headless/world.h"
 
@@ -41,6 +42,12 @@ TEST_F(clsIniFileTest, EmptyPartsLeaveTheBackslash) {
     EXPECT_EQ(PathOf("\\\\\\", "\\app.ini"), "\\app.ini");
     EXPECT_EQ(PathOf("C:\\", ""), "C:\\");
     EXPECT_EQ(PathOf("", ""), "\\");
+}
+
+TEST_F(clsIniFileTest, SecondByteOfACharacterIsNoBackslash) {
+    const headless::CodePage japanese(932);
+    EXPECT_EQ(PathOf("C:\\\x83\\", "app.ini"), "C:\\\x83\\\\app.ini");
+    EXPECT_EQ(PathOf("C:\\\x83\\\\\\", "app.ini"), "C:\\\x83\\\\app.ini");
 }
 
 TEST_F(clsIniFileTest, SlashesOfTheOtherKindStay) { EXPECT_EQ(PathOf("C:/", "/a"), "C:/\\/a"); }

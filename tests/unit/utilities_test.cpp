@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "runtime/headless/code_page.h"
 #include "runtime/headless/world.h"
 
 namespace swiftpatch {
@@ -51,6 +52,12 @@ TEST(UtilitiesAddBackslash, LeadingAndInnerBlanksStay) {
 
 TEST(UtilitiesAddBackslash, OtherTrailingWhiteSpaceStays) {
     EXPECT_EQ(WithBackslash("C:\\TEMP\t"), "C:\\TEMP\t\\");
+}
+
+TEST(UtilitiesAddBackslash, CharacterWhoseSecondByteIsOneGetsABackslashAllTheSame) {
+    const headless::CodePage japanese(932);
+    EXPECT_EQ(WithBackslash("C:\\\x83\\"), "C:\\\x83\\\\");
+    EXPECT_EQ(WithBackslash("C:\\\x83\\\\"), "C:\\\x83\\\\");
 }
 
 TEST(UtilitiesAddBackslash, EmptyPathBecomesABackslash) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "runtime/code_page.h"
 #include "runtime/runtime_error.h"
 
 namespace swiftpatch::headless {
@@ -28,7 +29,7 @@ File* Disk::Find(const std::string& path) {
 }
 
 bool Disk::HasFolderOf(const std::string& path) const {
-    return folders.contains(path.substr(0, path.rfind('\\')));
+    return folders.contains(path.substr(0, MaskTrailBytes(path).rfind('\\')));
 }
 
 std::vector<std::string> Disk::Names() const {

@@ -3,6 +3,7 @@ set(SWIFTPATCH_HEADLESS_SOURCES
     app.cpp
     cabinet.cpp
     clock.cpp
+    code_page.cpp
     component.cpp
     controls.cpp
     desktop.cpp

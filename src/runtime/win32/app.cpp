@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "runtime/code_page.h"
 #include "runtime/program.h"
 #include "runtime/win32/win32.h"
 
@@ -54,7 +55,7 @@ bool NameTaken(const std::string& name) {
 
 std::string Path() {
     const std::string file = ProgramFile();
-    return file.substr(0, file.rfind('\\'));
+    return file.substr(0, MaskTrailBytes(file).rfind('\\'));
 }
 
 std::string Title() { return kProgram.title; }
