@@ -7,7 +7,8 @@ namespace swiftpatch {
 
 /// Reads a key of an INI file (the system's function of this name). The value, or
 /// `defaultValue` where file, section or key is missing, is copied to the start of `buffer`, whose
-/// length is its capacity; what does not fit, the terminating NUL counted, is cut.
+/// length is its capacity; what does not fit, the terminating NUL counted, is cut. Blanks at the
+/// end of `defaultValue` are dropped.
 /// Returns the number of characters copied, the NUL not counted.
 std::size_t GetPrivateProfileStringA(const std::string& section, const std::string& key,
                                      const std::string& defaultValue, std::string& buffer,

@@ -35,6 +35,13 @@ TEST_F(RealIniFile, MissingFileSectionOrKeyGivesTheDefault) {
     EXPECT_EQ(ini.GetKey("Section", "empty", "default"), "");
 }
 
+TEST_F(RealIniFile, DefaultLosesTheBlanksAtItsEnd) {
+    ini.SetINIFile(place.PathOf("none.ini"));
+    EXPECT_EQ(ini.GetKey("Section", "key", " d  "), " d");
+    EXPECT_EQ(ini.GetKey("Section", "key", "d\t"), "d\t");
+    EXPECT_EQ(ini.GetKey("Section", "key", "   "), " ");
+}
+
 TEST_F(RealIniFile, WriteToAReadOnlyFileIsSilent) {
     Put("[Section]\r\nkey=value\r\n");
     MarkReadOnly(ini.INIFile(), true);

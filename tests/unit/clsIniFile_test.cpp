@@ -67,10 +67,17 @@ TEST_F(clsIniFileTest, GetKeyGivesTheValueAndElseTheDefault) {
     Put("[One]\r\nkey=value\r\nempty=\r\n");
     EXPECT_EQ(ini.GetKey("One", "key", "default"), "value");
     EXPECT_EQ(ini.GetKey("One", "empty", "default"), "");
-    EXPECT_EQ(ini.GetKey("One", "other", " default "), " default ");
+    EXPECT_EQ(ini.GetKey("One", "other", "default"), "default");
     EXPECT_EQ(ini.GetKey("Two", "key", "default"), "default");
     ini.SetINIFile("C:\\Tolvex\\none.ini");
     EXPECT_EQ(ini.GetKey("One", "key", "default"), "default");
+}
+
+// As the platform's function does, which is asked; so it is no matter of this component.
+TEST_F(clsIniFileTest, DefaultLosesTheBlanksAtItsEnd) {
+    EXPECT_EQ(ini.GetKey("One", "key", " d  "), " d");
+    EXPECT_EQ(ini.GetKey("One", "key", "d\t"), "d\t");
+    EXPECT_EQ(ini.GetKey("One", "key", "   "), " ");
 }
 
 TEST_F(clsIniFileTest, NothingIsKeptBetweenCalls) {

@@ -24,6 +24,14 @@ std::string_view WithoutQuotes(std::string_view value) {
     return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
+/// A default of nothing but blanks keeps one.
+std::string_view WithoutBlanksAtItsEnd(std::string_view text) {
+    while (text.size() > 1 && text.ends_with(' ')) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
 std::optional<std::string> Lookup(const std::string& text, const std::string& section,
                                   const std::string& key) {
     bool inside = false;
@@ -53,7 +61,7 @@ std::size_t GetPrivateProfileStringA(const std::string& section, const std::stri
     }
     const headless::File* found = TheWorld().disk.Find(file);
     const std::string value = (found == nullptr ? std::nullopt : Lookup(found->bytes, section, key))
-                                  .value_or(defaultValue);
+                                  .value_or(std::string(WithoutBlanksAtItsEnd(defaultValue)));
     const std::size_t count = std::min(value.size(), buffer.size() - 1);
     buffer.replace(0, count, value, 0, count);
     buffer[count] = '\0';
