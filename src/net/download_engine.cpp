@@ -114,7 +114,7 @@ bool frmSwiftPatch::OpenTarget(int file) {
 
 bool frmSwiftPatch::ReceiveChunks(int file) {
     std::int32_t received = 0;
-    std::int16_t percentage = 0;
+    std::int16_t filled = 0;
     bool done = false;
     while (!done) {
         const Bytes chunk = Inet1.GetChunk(kChunk);
@@ -128,7 +128,7 @@ bool frmSwiftPatch::ReceiveChunks(int file) {
             error_Message(text, message_style::kText, "Error Downloading File");
             return false;
         }
-        percentage = ShowReceived(received);
+        filled = ShowReceived(received);
         if (downloadMode == DownloadMode::kAnimation) {
             Sleep(kAnimationPause);
         }
@@ -137,7 +137,7 @@ bool frmSwiftPatch::ReceiveChunks(int file) {
         DoEventsPaced();
     }
     FlushFile(file);
-    if (percentage == 100) {
+    if (filled == 100) {
         lblStatus.Caption = "100 % completed";
         lblStatus.BackColor = Color::kButtonFace;
         ProgressBar1.Value = ProgressBar1.Max.Get();
@@ -150,11 +150,13 @@ std::int16_t frmSwiftPatch::ShowReceived(std::int32_t received) {
         ToInteger(static_cast<double>(received) / static_cast<double>(expectedSize) * 100);
     lblStatus.Caption = NumberedText(percentage, " % download completed");
     lblStatus.BackColor = Color::kButtonFace;
-    ProgressBar1.Value = std::clamp<std::int32_t>(percentage, 0, 100);
-    TaskbarProgress = ProgressBar1.Value.Get();
+    // More may come in than was expected: the text says so, the bar is full.
+    const std::int16_t filled = std::clamp<std::int16_t>(percentage, 0, 100);
+    ProgressBar1.Value = filled;
+    TaskbarProgress = filled;
     lblStatus.Refresh();
     DoEventsPaced();
-    return percentage;
+    return filled;
 }
 
 void frmSwiftPatch::FollowUp() {

@@ -44,8 +44,9 @@ TEST_F(DownloadEngineProgress, OfALongerBodyKeepsTheBarAtAHundred) {
     std::vector<std::string> bar = world.trace.StartingWith("ProgressBar1.Value");
     EXPECT_EQ(Joined(bar), Joined({"ProgressBar1.Value = 100", "ProgressBar1.Value = 100",
                                    "ProgressBar1.Value = 100", "ProgressBar1.Value = 100",
-                                   "ProgressBar1.Value = 0", "ProgressBar1.Value = 0"}));
-    EXPECT_FALSE(world.trace.Contains(Set("lblStatus.Caption", "100 % completed")));
+                                   "ProgressBar1.Value = 100", "ProgressBar1.Value = 0",
+                                   "ProgressBar1.Value = 0"}));
+    EXPECT_EQ(world.trace.Count(Set("lblStatus.Caption", "100 % completed")), 1U);
     EXPECT_EQ(Content("tolvex30.exe"), NewBuild(3072));
     EXPECT_EQ(Window().lblStatus.Caption.Get(), "No update is required at this time.");
 }
