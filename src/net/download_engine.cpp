@@ -175,6 +175,7 @@ void frmSwiftPatch::FollowUp() {
 }
 
 void frmSwiftPatch::ReportDeletionFailure(const RuntimeError& error) {
+    Inet1.Cancel();
     std::string text = "Error: " + std::to_string(error.Number()) + kCrLf + error.Description();
     if (error.Number() == error_number::kPathFileAccess) {
         text += "\r\n\r\ntolvex30.exe is probably running.";

@@ -30,6 +30,19 @@ TEST_F(DownloadEngineFailure, OfAHeldStagedBuildSaysThatItRuns) {
     EXPECT_EQ(Content("tolvex30.exe"), "old");
 }
 
+TEST_F(DownloadEngineFailure, OfAHeldStagedBuildCancelsTheTransferBeforeItSaysSo) {
+    world.AddFile("tolvex30.exe", "old").held = true;
+    std::size_t before = 0;
+    world.user.Answer("is probably running", MsgBoxAnswer::kOk, [&] {
+        before = world.network.blocksAskedFor;
+        world.PumpFor(10000);
+        EXPECT_EQ(world.network.blocksAskedFor, before);
+    });
+    DownloadBuild(300000, NewBuild(300000));
+    EXPECT_EQ(world.network.blocksAskedFor, before);
+    EXPECT_THROW(Window().Inet1.GetChunk(1), RuntimeError);
+}
+
 TEST_F(DownloadEngineFailure, OfAnotherDeletionErrorSaysNothingOfRunning) {
     world.AddFile("tolvex30.exe", "old");
     world.disk.Fail("Kill", error_number::kPermissionDenied);
