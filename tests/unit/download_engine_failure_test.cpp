@@ -64,6 +64,28 @@ TEST_F(DownloadEngineFailure, OfUnknownSizeLeavesTheTargetOpenAndEmpty) {
     EXPECT_TRUE(Window().cmdClose.Enabled);
 }
 
+TEST_F(DownloadEngineFailure, OfUnknownSizeIsReportedOnceTheFirstChunkIsThere) {
+    headless::Reply stalled = headless::FileReply(NewBuild(2048));
+    stalled.stallAfter = 0;
+    ExpectReport(kTimeout, BrokenTransfer("35758\r\nRequest timed out"));
+    Download(DownloadMode::kBuild, -1, stalled, 120000);
+    EXPECT_TRUE(Window().cmdRetry.Visible);
+}
+
+TEST_F(DownloadEngineFailure, OfUnknownSizeAsksForNothingMoreOfTheBodyOnceItIsReported) {
+    std::size_t atReport = 0;
+    world.user.AtDialog("frmRunning", [&](Form& form) {
+        EXPECT_EQ(form.Caption.Get(), "Error Downloading File");
+        atReport = world.network.blocksAskedFor;
+        world.PumpFor(10000);
+        EXPECT_EQ(world.network.blocksAskedFor, atReport);
+        form.Unload();
+    });
+    DownloadBuild(-1, NewBuild(300000));
+    EXPECT_EQ(world.network.blocksAskedFor, atReport);
+    EXPECT_THROW(Window().Inet1.GetChunk(1), RuntimeError);
+}
+
 TEST_F(DownloadEngineFailure, OfSizeZeroIsReportedToo) {
     ExpectReport("Error Downloading File",
                  "Error downloading the file from the server as expected.\r\n"
