@@ -3,7 +3,6 @@
 #include "mainwindow/frmSwiftPatch.h"
 #include "runtime/app.h"
 #include "runtime/files.h"
-#include "runtime/flag_while.h"
 #include "runtime/msgbox.h"
 #include "runtime/strings.h"
 #include "shared/paths.h"
@@ -29,12 +28,6 @@ std::string InstalledVersion() {
 }  // namespace
 
 void frmSwiftPatch::cmdInstall_Click() {
-    // The install yields while the program is being closed. A second press during that would back
-    // up the new build in place of the old one.
-    if (installing_) {
-        return;
-    }
-    const FlagWhile installing(installing_);
     try {
         InstallStagedBuild();
     } catch (const RuntimeError&) {
@@ -45,7 +38,15 @@ void frmSwiftPatch::cmdInstall_Click() {
 }
 
 void frmSwiftPatch::InstallStagedBuild() {
-    if (GetWindowHandles(*this)) {
+    // Whatever is asked or waited for, Install can be pressed again meanwhile; a wait that crosses
+    // midnight does not even end. The last press wins: it has done the whole install by the time
+    // that an earlier one goes on, which would take the new build for the old one and back it up.
+    const std::int32_t press = ++installPresses_;
+    const bool running = GetWindowHandles(*this);
+    if (!IsLastPress(press)) {
+        return;
+    }
+    if (running) {
         MsgBox(
             "Install Error!\r\n\r\nCannot install the updated Tolvex program while\r\n"
             "Tolvex is still running.",
@@ -58,18 +59,24 @@ void frmSwiftPatch::InstallStagedBuild() {
                "'.\r\ntolvex.exe not updated.");
         return;
     }
-    BackUp(version);
+    BackUp(version, press);
+    if (!IsLastPress(press)) {
+        return;
+    }
     ReplaceMainProgram();
     ShowInstalled();
 }
 
-void frmSwiftPatch::BackUp(const std::string& version) {
+void frmSwiftPatch::BackUp(const std::string& version, std::int32_t press) {
     const std::string backup = "tolvex." + version + ".exe";
     if (version.empty() || FileExists(AppFile(backup))) {
         return;
     }
     MsgBox("A backup file for your current version of tolvex was not found in\r\n'" + App::Path() +
            "'.\r\n\r\nMaking a copy of tolvex.exe as '" + backup + "'");
+    if (!IsLastPress(press)) {
+        return;
+    }
     try {
         FileCopy(AppFile(kMainProgram), AppFile(backup));
     } catch (const RuntimeError& error) {

@@ -140,11 +140,12 @@ private:
 
     // The steps of cmdInstall_Click.
     void InstallStagedBuild();
-    void BackUp(const std::string& version);
+    bool IsLastPress(std::int32_t press) const { return press == installPresses_; }
+    void BackUp(const std::string& version, std::int32_t press);
     void ReplaceMainProgram();
     void ShowInstalled();
 
-    bool installing_ = false;  ///< cmdInstall_Click is under way.
+    std::int32_t installPresses_ = 0;
 };
 
 }  // namespace swiftpatch

@@ -114,16 +114,61 @@ TEST_F(Install, GoesOnOnceTheProgramHasClosed) {
     EXPECT_EQ(Content("tolvex.exe"), newBuild);
 }
 
-TEST_F(Install, PressedAgainWhileTheProgramIsBeingClosedInstallsOnce) {
+TEST_F(Install, PressedAgainWhileTheProgramIsBeingClosedInstallsOnceAndAtOnce) {
     RunProgram(0);
     world.user.Answer("q-Tolvex.exe Detected Running", MsgBoxAnswer::kYes);
-    world.After(1000, [this] { world.Click(Window(), Window().cmdInstall); });
     world.user.Answer("A backup file");
+    std::string steps;
+    world.After(1000, [this, &steps] {
+        world.desktop.clear();
+        world.trace.Clear();
+        steps = Press();
+    });
+    const std::string all = Press();
+    EXPECT_EQ(steps, Joined({"EnumWindows", Box(kBackUpNotice), kBackUp, kReplace, Finished()}));
+    EXPECT_EQ(all, steps);
+    EXPECT_EQ(Content(backup), oldBuild);
+    EXPECT_EQ(Content("tolvex.exe"), newBuild);
+    EXPECT_EQ(world.disk.Names().size(), 4U);
+}
+
+TEST_F(Install, PressedAgainDuringAWaitThatCrossedMidnightInstalls) {
+    world.SetLocalTime(MakeDateTime({2026, 3, 10, 23, 59, 58}));
+    RunProgram(0);
+    world.user.Answer("q-Tolvex.exe Detected Running", MsgBoxAnswer::kYes);
+    world.user.Answer("A backup file");
+    world.After(60000, [this] {
+        world.desktop.clear();
+        Press();
+    });
+    world.After(120000, [this] { world.Close(Window()); });
     Press();
-    EXPECT_EQ(world.trace.Count("EnumWindows"), 1U);
+    EXPECT_EQ(Content("tolvex.exe"), newBuild);
+    EXPECT_EQ(Content(backup), oldBuild);
+    EXPECT_EQ(world.trace.Count(kReplace), 1U);
+}
+
+TEST_F(Install, ThatALaterPressLeftUndoneIsNotDoneByTheEarlierOne) {
+    RunProgram(0);
+    world.user.Answer("q-Tolvex.exe Detected Running", MsgBoxAnswer::kYes);
+    world.user.Answer("q-Tolvex.exe Detected Running", MsgBoxAnswer::kNo);
+    world.user.Answer("Install Error!");
+    world.After(1000, [this] { world.Click(Window(), Window().cmdInstall); });
+    Press();
+    EXPECT_TRUE(world.trace.StartingWith("FileCopy").empty());
+    EXPECT_EQ(Content("tolvex.exe"), oldBuild);
+    EXPECT_TRUE(Window().cmdInstall.Visible);
+}
+
+TEST_F(Install, BegunWhileTheBackupIsAnnouncedIsTheOnlyOne) {
+    world.user.Answer("A backup file", MsgBoxAnswer::kOk, [this] {
+        world.user.Answer("A backup file");
+        Window().cmdInstall_Click();
+    });
+    Press();
+    EXPECT_EQ(world.trace.Count(kBackUp), 1U);
     EXPECT_EQ(world.trace.Count(kReplace), 1U);
     EXPECT_EQ(Content(backup), oldBuild);
-    EXPECT_EQ(world.disk.Names().size(), 4U);
 }
 
 TEST_F(Install, ThatChangedNothingCanBePressedAgain) {
