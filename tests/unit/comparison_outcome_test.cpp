@@ -104,6 +104,21 @@ TEST_F(ComparisonOutcome, OfADownloadWithoutAProgram) {
     EXPECT_FALSE(Window().chkRunTolvex.Value.Get() == CheckState::kChecked);
 }
 
+// The error of the install has no trap of its own; the transfer that pressed the button has one.
+TEST_F(ComparisonOutcome, OfADownloadWhoseInstallAtOnceFailsIsReportedAsABrokenTransfer) {
+    shared.InstallAtOnce = true;
+    world.AddFile("tolvex.exe", headless::Build("3.0.11.0", 100));
+    world.disk.Fail("Kill", error_number::kPathFileAccess);
+    world.user.Answer("A backup file", MsgBoxAnswer::kOk,
+                      [this] { world.AddFile("tolvex30.exe", headless::Build("", 400)); });
+    world.user.Answer("The file is probably corrupt.");
+    ExpectReport("Internet Connection Timeout",
+                 BrokenTransfer("438\r\nObject doesn't support this property or method"));
+    DownloadBuild(2048, NewBuild(2048));
+    EXPECT_FALSE(world.RunOver());
+    EXPECT_TRUE(Window().cmdClose.Enabled);
+}
+
 TEST_F(ComparisonOutcome, OfADownloadThatIsNewer) {
     world.AddFile("tolvex.exe", headless::Build("3.0.11.0", 100));
     DownloadBuild(2048, NewBuild(2048));

@@ -326,6 +326,32 @@ TEST_F(Install, ErrorOutsideTheCopiesEndsTheProgramWithTheSystemsBox) {
     EXPECT_EQ(Content("tolvex30.exe"), newBuild);
 }
 
+TEST_F(Install, ErrorInItsLastStepEndsTheProgramWithTheSystemsBox) {
+    world.AddFile("tolvex30.exe", headless::Build("", 400));
+    world.disk.Fail("Kill", error_number::kPathFileAccess);
+    world.user.Answer("A backup file");
+    world.user.Answer("The file is probably corrupt.");
+    world.user.Answer("Run-time error '438'");
+    Press();
+    EXPECT_TRUE(world.RunOver());
+    EXPECT_EQ(world.trace.Count(kReplace), 1U);
+    EXPECT_EQ(Content(backup), oldBuild);
+    EXPECT_TRUE(world.trace.StartingWith("lblAnimationMsg").empty());
+    EXPECT_TRUE(world.trace.StartingWith("cmdClose").empty());
+}
+
+TEST_F(Install, WorksInTheRootOfADrive) {
+    world.machine.applicationFolder = "D:";
+    world.disk.folders.insert("D:");
+    world.AddFile("tolvex.exe", oldBuild);
+    world.AddFile("tolvex30.exe", newBuild);
+    world.user.Answer("was not found in\r\n'D:'.");
+    Press();
+    EXPECT_EQ(world.disk.Find("D:\\tolvex.exe")->bytes, newBuild);
+    EXPECT_EQ(world.disk.Find("D:\\tolvex.3.00.11.00.exe")->bytes, oldBuild);
+    EXPECT_EQ(world.disk.Find("C:\\Tolvex\\tolvex.exe")->bytes, oldBuild);
+}
+
 TEST_F(Install, ButtonStaysHiddenAfterIt) {
     world.user.Answer("A backup file");
     Press();

@@ -98,6 +98,24 @@ TEST_F(UpdateCheckLocalFiles, ReadyBuildIsInstalledAtOnceWhenThatIsSet) {
               "You have installed the latest version of q-tolvex.");
 }
 
+// The error of the install has no trap of its own; the check that pressed the button has one.
+TEST_F(UpdateCheckLocalFiles, ErrorOfAnInstallAtOnceIsReportedAsInternetError) {
+    shared.InstallAtOnce = true;
+    Stage("3.0.12.5", 250000, serverTime);
+    world.disk.Fail("Kill", error_number::kPathFileAccess);
+    world.user.Answer("A backup file", MsgBoxAnswer::kOk,
+                      [this] { world.AddFile("tolvex30.exe", headless::Build("", 400)); });
+    world.user.Answer("The file is probably corrupt.");
+    world.user.Answer("Internet Error: 438");
+    RunCheck();
+    EXPECT_FALSE(world.RunOver());
+    EXPECT_TRUE(Window().cmdClose.Enabled);
+    EXPECT_TRUE(world.trace
+                    .StartingWith(Set("lblAnimationMsg.Caption",
+                                      "You have installed the latest version of q-tolvex."))
+                    .empty());
+}
+
 TEST_F(UpdateCheckLocalFiles, LatestVersionIsNeverInstalledAtOnce) {
     shared.InstallAtOnce = true;
     Stage("3.0.11.0", 250000, serverTime);
