@@ -101,6 +101,12 @@ WindowHandle Form::Handle() {
     return WindowOfForm();
 }
 
+void Form::CenterOnScreen() {
+    const PixelSize screen = ScreenSize();
+    const PixelSize window = WindowSize();
+    MoveWindow((screen.width - window.width) / 2, (screen.height - window.height) / 2);
+}
+
 void Form::SetScaleHeight(int units) {
     scaleHeight_ = units;
     PaintingChanged();

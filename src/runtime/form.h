@@ -22,6 +22,12 @@ inline constexpr std::int32_t kNothing = -1;
 inline constexpr std::int32_t kFailure = -2;
 }  // namespace taskbar
 
+/// A size on the screen.
+struct PixelSize {
+    int width = 0;
+    int height = 0;
+};
+
 /// What a form is made of; fixed at design time. The form's name is its window class.
 struct FormDesign {
     std::string caption;
@@ -77,7 +83,7 @@ public:
     /// Loads the form, if need be without showing it, and returns its window.
     WindowHandle Handle();
 
-    /// Centres the form on the screen.
+    /// Puts the form in the middle of the screen, whatever else covers a part of that.
     void CenterOnScreen();
 
     /// Units of the painted background: the client area is this many units high and its width
@@ -119,6 +125,9 @@ private:
     void RunModal();  ///< Returns once the form is no longer visible.
     void PaintingChanged();
     WindowHandle WindowOfForm() const;
+    static PixelSize ScreenSize();
+    PixelSize WindowSize() const;
+    void MoveWindow(int left, int top);
 
     FormDesign design_;
     std::vector<Control*> controls_;

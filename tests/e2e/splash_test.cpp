@@ -56,6 +56,10 @@ TEST_F(Splash, ShowsItsTextsAndExitEndsTheProgramBeforeAnyRequest) {
     EXPECT_EQ(updater_->Text(kSplashVersion), "Version " + std::to_string(kVersionMajor) + "." +
                                                   std::to_string(kVersionMinor) + "." +
                                                   Padded(kVersionRevision));
+    RECT place = {};
+    GetWindowRect(updater_->Window(kSplash), &place);
+    EXPECT_NEAR((place.left + place.right) / 2, GetSystemMetrics(SM_CXSCREEN) / 2, 1);
+    EXPECT_NEAR((place.top + place.bottom) / 2, GetSystemMetrics(SM_CYSCREEN) / 2, 1);
     updater_->Press(kSplashExit);
     updater_->AwaitEnd(kSoon);
     EXPECT_EQ(transcript_->Windows(), std::vector<std::string>{"frmSplash1"});

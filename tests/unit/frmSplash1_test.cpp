@@ -47,7 +47,7 @@ TEST_F(frmSplash1Test, LoadTakesItsStepsInOrder) {
     for (const std::string& line : std::vector<std::string>{
              "lblMain(0).Caption = " + message, "lblMain(1).Caption = " + message,
              "lbltitle(0).Caption = " + title, "lbltitle(1).Caption = " + title,
-             "lblLoading.Caption = \"Moving Screen\"", "frmSplash1.CenterOnScreen",
+             "lblLoading.Caption = \"Moving Screen\"", "frmSplash1.Move 362,299",
              "lblVersion.Caption = \"Version 1.2.002\"",
              "lblCopyright.Caption = " + headless::Quoted(SWIFTPATCH_COPYRIGHT),
              "lblLoading.Caption = \"Loading Preferences\"",

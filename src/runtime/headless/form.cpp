@@ -33,6 +33,12 @@ void Form::PaintingChanged() {}
 
 WindowHandle Form::WindowOfForm() const { return peer()->handle; }
 
-void Form::CenterOnScreen() { TheWorld().trace.Add(Name() + ".CenterOnScreen"); }
+PixelSize Form::ScreenSize() { return TheWorld().machine.screen; }
+
+PixelSize Form::WindowSize() const { return {design_.width, design_.height}; }
+
+void Form::MoveWindow(int left, int top) {
+    TheWorld().trace.Add(Name() + ".Move " + std::to_string(left) + "," + std::to_string(top));
+}
 
 }  // namespace swiftpatch

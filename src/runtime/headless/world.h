@@ -37,6 +37,7 @@ struct Machine {
     bool prevInstance = false;
     std::string windowsDirectory = "C:\\WINDOWS";
     std::string systemDirectory = "C:\\WINDOWS\\SYSTEM32";
+    PixelSize screen{1024, 768};
     bool highContrast = false;
     bool connected = true;
     std::uint32_t connectionFlags = 0x12;

@@ -63,12 +63,24 @@ SIZE OuterSize(const FormDesign& design, const FormStyle& style, HFONT font) {
     return {outer.right - outer.left, outer.bottom - outer.top};
 }
 
+void Move(HWND window, int left, int top) {
+    ::SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 RECT WorkArea() {
     RECT area;
     if (!::SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0)) {
         area = {0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
     }
     return area;
+}
+
+void CenterIn(const RECT& area, HWND window) {
+    RECT place;
+    ::GetWindowRect(window, &place);
+    const LONG left = area.left + (area.right - area.left - (place.right - place.left)) / 2;
+    const LONG top = area.top + (area.bottom - area.top - (place.bottom - place.top)) / 2;
+    Move(window, left, top);
 }
 
 /// Enables the forms again that a modal form had disabled. That comes before the form disappears:
@@ -111,7 +123,7 @@ void Form::CreateWindows() {
         timer->AttachPeer(new TimerPeer(*own, *timer));
     }
     if (design_.centered) {
-        CenterOnScreen();
+        CenterIn(WorkArea(), window);
     }
 }
 
@@ -162,18 +174,22 @@ WindowHandle Form::WindowOfForm() const {
     return own == nullptr ? 0 : reinterpret_cast<LONG_PTR>(own->window);
 }
 
-void Form::CenterOnScreen() {
-    const FormPeer* const own = PeerOf(*this);
-    if (own == nullptr) {
-        return;
+PixelSize Form::ScreenSize() {
+    return {::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
+}
+
+PixelSize Form::WindowSize() const {
+    RECT place{};
+    if (const FormPeer* const own = PeerOf(*this)) {
+        ::GetWindowRect(own->window, &place);
     }
-    RECT window;
-    ::GetWindowRect(own->window, &window);
-    const RECT area = WorkArea();
-    const LONG left = area.left + (area.right - area.left - (window.right - window.left)) / 2;
-    const LONG top = area.top + (area.bottom - area.top - (window.bottom - window.top)) / 2;
-    ::SetWindowPos(own->window, nullptr, left, top, 0, 0,
-                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    return {static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top)};
+}
+
+void Form::MoveWindow(int left, int top) {
+    if (const FormPeer* const own = PeerOf(*this)) {
+        Move(own->window, left, top);
+    }
 }
 
 }  // namespace swiftpatch
