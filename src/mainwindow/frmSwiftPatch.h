@@ -47,7 +47,7 @@ public:
     Label lblAnimationMsg;
     ListView lstStat;  // Stays empty for the whole run, deliberately.
     Label lblTolvexVersion;
-    Label lblSimulation;
+    Label lblSimulation;  // Stays hidden: a real download is no simulation.
     Label lblVersion;
     Label lblStatus;
 

@@ -8,7 +8,7 @@
 namespace swiftpatch {
 
 /// The runtime's numeric test: digits with at most one decimal point, a sign in front or none,
-/// blanks around it or none.
+/// blanks around it or none. Exponents, thousands separators and "&H" make a text no number.
 bool IsNumeric(std::string_view text);
 
 /// A numeric text as the nearest number of double precision; places behind the sixtieth binary one

@@ -32,6 +32,8 @@ TEST_F(FullRun, FromSplashToTheStartOfTheNewProgram) {
                                         "HEAD http://tolvex.example/files/tolvex30.exe",
                                         "HEAD http://tolvex.example/files/tolvex30.exe",
                                         "GET http://tolvex.example/files/tolvex30.exe"}));
+    // A real download is no simulation.
+    EXPECT_TRUE(world.trace.StartingWith("lblSimulation").empty());
 }
 
 }  // namespace

@@ -79,7 +79,7 @@ TEST(NumbersIsNumeric, DigitsWithASignAPointAndBlanks) {
 
 TEST(NumbersIsNumeric, OtherTextsAreNone) {
     for (const char* text : {"", " ", ".", "-", "+.", "1.2.3", "1 2", "- 5", "--5", "5-", "12a",
-                             "0x10", "1e5", "1,000", "12 bytes"}) {
+                             "0x10", "&H10", "1e5", "1d5", "1,000", "12 bytes"}) {
         EXPECT_FALSE(IsNumeric(text)) << text;
     }
 }
