@@ -3,6 +3,7 @@
 #include <thread>
 
 #include "e2e/held_file.h"
+#include "e2e/shell_below.h"
 #include "e2e/update_run.h"
 #include "e2e/windows98.h"
 
@@ -10,6 +11,22 @@ namespace swiftpatch::e2e {
 namespace {
 
 constexpr milliseconds kSoon{10000};
+
+/// The drive T:, whose root is a folder.
+class Drive {
+public:
+    explicit Drive(const std::filesystem::path& folder) {
+        RunBelow("ln -sfn \\\"$0\\\" \\\"$WINEPREFIX/dosdevices/t:\\\"", {PathBelow(folder)});
+        Await(
+            "the drive", [this] { return std::filesystem::exists(Root() / "swiftpatch.exe"); },
+            kSoon);
+    }
+    ~Drive() { RunBelow("rm \\\"$WINEPREFIX/dosdevices/t:\\\"", {}); }
+    Drive(const Drive&) = delete;
+    Drive& operator=(const Drive&) = delete;
+
+    std::filesystem::path Root() const { return "T:\\"; }
+};
 
 class InstallFaults : public UpdateRun {
 protected:
@@ -41,6 +58,25 @@ TEST_F(InstallFaults, ProgramFileInUseIsReportedAndTheRunFinishesAllTheSame) {
     ExpectFinished("3.00.11.00");
     CloseQuietly();
     ExpectFiles({"created tolvex.3.00.11.00.exe"});
+}
+
+TEST_F(InstallFaults, FolderMayBeTheRootOfADrive) {
+    Publish("3.0.12.5");
+    Install("3.0.11.0");
+    Stage("3.0.12.5", kServerTime + std::chrono::hours(24));
+    before_ = folder_->Take();
+    const Drive drive(folder_->Path());
+    updater_.emplace(drive.Root() / "swiftpatch.exe");
+    AwaitOffer();
+    updater_->Press(kCmdInstall);
+    AnswerBox(
+        "A backup file for your current version of tolvex was not found in\r\n'T:'.\r\n\r\n"
+        "Making a copy of tolvex.exe as 'tolvex.3.00.11.00.exe'",
+        IDOK);
+    ExpectFinished("3.00.12.05");
+    CloseQuietly();
+    ExpectFiles({"created tolvex.3.00.11.00.exe", "changed tolvex.exe"});
+    EXPECT_EQ(folder_->Read("tolvex.exe"), Build("3.0.12.5"));
 }
 
 TEST_F(InstallFaults, BackupOfTheSameVersionIsKeptAsItIs) {

@@ -20,6 +20,30 @@ constexpr char kInstallError[] =
     "Install Error!\r\n\r\nCannot install the updated Tolvex program while\r\n"
     "Tolvex is still running.";
 
+/// The place in the store of the user's settings where a main program records its window. Taken
+/// away at the end.
+class RecordedHandle {
+public:
+    explicit RecordedHandle(HWND window) {
+        const std::string digits = std::to_string(reinterpret_cast<LONG_PTR>(window));
+        RegCreateKeyExA(HKEY_CURRENT_USER,
+                        "Software\\VB and VBA Program Settings\\Closefrm\\Defaults", 0, nullptr, 0,
+                        KEY_SET_VALUE, nullptr, &key_, nullptr);
+        RegSetValueExA(key_, kName, 0, REG_SZ, reinterpret_cast<const BYTE*>(digits.c_str()),
+                       static_cast<DWORD>(digits.size() + 1));
+    }
+    ~RecordedHandle() {
+        RegDeleteValueA(key_, kName);
+        RegCloseKey(key_);
+    }
+    RecordedHandle(const RecordedHandle&) = delete;
+    RecordedHandle& operator=(const RecordedHandle&) = delete;
+
+private:
+    static constexpr char kName[] = "Last Handle";
+    HKEY key_ = nullptr;
+};
+
 class RunningProgram : public UpdateRun {
 protected:
     /// An earlier download waits to be installed.
@@ -100,6 +124,24 @@ TEST_F(RunningProgram, RefusalCountsAsStillRunning) {
               (std::vector<std::string>{"close command FFFFF060", "close message",
                                         "close command FFFFF060", "close message"}));
     EXPECT_TRUE(running.Running().Running());
+    ExpectFiles({});
+}
+
+// Of two windows that only their titles tell of, the one whose handle was recorded is meant, not
+// the one that is found first.
+TEST_F(RunningProgram, ThatRecordedItsHandleIsTheOneThatIsToldToClose) {
+    Prepare();
+    const MainProgram recorded = StartElsewhere(L"--refuse --other-class");
+    const AppFolder third(TestOptions().scratch / "third", TestOptions().updater);
+    third.Write("tolvex.exe", Build("3.0.11.0"));
+    const MainProgram above(third.File("tolvex.exe"), L"--record --refuse --other-class");
+    const RecordedHandle handle(recorded.Window());
+    Start();
+    AnswerBox(kQuestion, IDYES, kTitle);
+    AwaitOffer();
+    CloseQuietly();
+    EXPECT_EQ(EventsElsewhere(), std::vector<std::string>{"close message"});
+    EXPECT_EQ(RecordIn(third.Path()).size(), 1U) << "the other one was told to close";
     ExpectFiles({});
 }
 
