@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "runtime/code_page.h"
+
 namespace swiftpatch {
 
 /// The one name for all copies in a folder that are not finished: what a killed program has left
@@ -14,7 +16,7 @@ inline constexpr int kLongestHold = 2000;
 
 /// The unfinished copy that becomes the file `path`.
 inline std::string UnfinishedCopyOf(const std::string& path) {
-    return path.substr(0, path.find_last_of("\\/:") + 1) + kUnfinishedCopy;
+    return path.substr(0, MaskTrailBytes(path).find_last_of("\\/:") + 1) + kUnfinishedCopy;
 }
 
 }  // namespace swiftpatch

@@ -2,6 +2,7 @@
 #include <limits>
 #include <string>
 
+#include "runtime/code_page.h"
 #include "runtime/files.h"
 #include "runtime/internal/unfinished_copy.h"
 #include "runtime/runtime_error.h"
@@ -143,7 +144,7 @@ DWORD Move(const std::string& from, const std::string& to) {
 /// The bytes that are free on a file's drive; where the drive does not tell, as many as can be.
 std::uint64_t RoomFor(const std::string& path) {
     constexpr std::size_t kRoot = 3;  // "C:\": Windows 95 wants no more of a path.
-    const std::string folder = path.substr(0, path.find_last_of("\\/:") + 1);
+    const std::string folder = path.substr(0, MaskTrailBytes(path).find_last_of("\\/:") + 1);
     DWORD sectors = 0;
     DWORD bytes = 0;
     DWORD free = 0;
