@@ -54,6 +54,16 @@ void GiveAway(const std::string& path) {
     }
 }
 
+/// Windows does not, nor does Wine 10. Wine 8 does.
+bool MovesOverReadOnlyFiles(const Workplace& place) {
+    const std::string target = place.Put("read-only", "old");
+    const std::string replacement = place.Put("replacement", "new");
+    MarkReadOnly(target, true);
+    const BOOL moved = MoveFileExA(replacement.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING);
+    MarkReadOnly(target, false);
+    return moved != FALSE;
+}
+
 class RealFileCopy : public testing::Test {
 protected:
     ~RealFileCopy() override { MarkReadOnly(target, false); }
@@ -184,7 +194,7 @@ TEST_F(RealFileCopy, OfAHeldFileIsPermissionDenied) {
 TEST_F(RealFileCopy, OverAReadOnlyFileIsPermissionDenied) {
     WriteFile(target, "old");
     MarkReadOnly(target, true);
-    if (IsWritable(target)) {
+    if (IsWritable(target) && MovesOverReadOnlyFiles(place)) {
         EXPECT_EQ(Copy(), 0);
         return;
     }
