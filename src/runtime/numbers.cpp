@@ -55,8 +55,8 @@ double Nearest(std::uint64_t whole, std::string fraction) {
     }
     const bool rest = fraction.find_first_not_of('0') != std::string::npos;
     const bool up = mantissa % 2 != 0 && (rest || mantissa % 4 == 3);
-    return static_cast<double>(mantissa / 2 + (up ? 1U : 0U)) /
-           static_cast<double>(std::uint64_t{1} << (places - 1));
+    const std::uint64_t rounded = mantissa / 2 + (up ? 1U : 0U);
+    return static_cast<double>(rounded) / static_cast<double>(std::uint64_t{1} << (places - 1));
 }
 
 }  // namespace
