@@ -101,7 +101,9 @@ TEST_F(Check, NewerServerCopyOfTheSameVersionIsFetchedAgain) {
                    "Swift Patch - Download No Update Required - All Files Current";
         },
         kSoon);
-    EXPECT_FALSE(updater_->Visible(kFraMessages));
+    // The program yields once more between the caption and this.
+    Await(
+        "the end of the busy display", [this] { return !updater_->Visible(kFraMessages); }, kSoon);
     CloseQuietly();
     ExpectRequests(
         {"HEAD tolvex30.exe", "HEAD tolvex30.exe", "HEAD tolvex30.exe", "GET tolvex30.exe"});
