@@ -159,10 +159,11 @@ protected:
             if (known_.count(name) == 0 && name != "tolvex30.exe" && name != kBackup) {
                 const Opened unfinished(entry.path(), FILE_SHARE_READ | FILE_SHARE_WRITE);
                 held_ += unfinished ? 1 : 0;
-                dice.Rest(200);
+                dice.Rest(100);
             }
         }
-        dice.Rest(1);
+        // Seldom enough that a copy gets through between two of them.
+        dice.Rest(held_ == 0 ? 1 : 200);
     }
 
     const std::string old_;
