@@ -48,7 +48,7 @@ TEST_F(BrokenDownload, StalledBodyTimesOutAndRetryBringsTheWholeBuild) {
     PublishBroken(BodyEnd::kStall);
     StartToMainWindow();
     AnswerMissingBuildBox();
-    AwaitPercentage(20);
+    AwaitPercentage(15);
     const SteadyTime stalled = std::chrono::steady_clock::now();
     updater_->AwaitWindow(kFailure, kStage);
     const auto waited = std::chrono::steady_clock::now() - stalled;

@@ -75,8 +75,10 @@ TEST_F(Log, OfTenMegabytesOpensWhole) {
     Open(text);
     std::cout << "The log of " << text.size() << " bytes was open after " << opened_.count()
               << " ms.\n";
-    // A program that was busy for so long gets no time to answer at first.
-    EXPECT_TRUE(WaitUntil([&] { return updater_->Text(kTxtLogFile) == text; }, kLongestOpening));
+    // By the clipboard: under Wine 10 a program that asks another for a text of more than some
+    // hundred thousand letters gets no answer.
+    SendMessageW(Box(), EM_SETSEL, 0, -1);
+    EXPECT_TRUE(Copied() == text);
     EXPECT_EQ(SendMessageW(Box(), EM_GETLINECOUNT, 0, 0), 200001);
     PressKey(VK_PRIOR);
     BackToMainAndClose();
