@@ -78,7 +78,7 @@ wine_prefix_like() {
     wineserver -k 2>/dev/null || true
     rm -rf "$WINEPREFIX"
     cp -a "$base" "$WINEPREFIX"
-    # The signs on the buttons of a caption, which Wine does not find where its package puts them:
+    # The signs on the buttons of a caption, which Wine 8 does not find where its package puts them:
     # without them the buttons show the letters "0 1 r".
     cp /usr/share/wine/fonts/marlett.ttf "$WINEPREFIX/drive_c/windows/Fonts"
 }
