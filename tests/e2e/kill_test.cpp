@@ -5,6 +5,7 @@
 
 #include "e2e/hurry.h"
 #include "e2e/options.h"
+#include "e2e/padded_build.h"
 #include "e2e/text.h"
 #include "e2e/update_run.h"
 
@@ -23,11 +24,6 @@ constexpr std::size_t kNewSize = 19U << 20U;
 
 // What a kill is aimed at.
 enum class Aim { kStart, kDownload, kInstall };
-
-std::string Padded(std::string build, std::size_t size) {
-    build += Body::Pattern(size - build.size()).Read(0, size - build.size());
-    return build;
-}
 
 // Exactly, where the system's sleep is too coarse.
 void Wait(microseconds time) {

@@ -7,6 +7,7 @@
 
 #include "e2e/hurry.h"
 #include "e2e/options.h"
+#include "e2e/padded_build.h"
 #include "e2e/text.h"
 #include "e2e/update_run.h"
 
@@ -23,11 +24,6 @@ constexpr std::size_t kOldSize = 6U << 20U;
 constexpr std::size_t kNewSize = 7U << 20U;
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
-std::string Padded(std::string build, std::size_t size) {
-    build += Body::Pattern(size - build.size()).Read(0, size - build.size());
-    return build;
-}
 
 // A file that is open as long as this lives.
 class Opened {
