@@ -2,12 +2,14 @@
 // anything but the old or the new build.
 #include <atomic>
 #include <iostream>
-#include <random>
+#include <list>
+#include <optional>
 #include <thread>
 
 #include "e2e/hurry.h"
 #include "e2e/options.h"
 #include "e2e/padded_build.h"
+#include "e2e/process.h"
 #include "e2e/text.h"
 #include "e2e/update_run.h"
 
@@ -23,37 +25,22 @@ constexpr char kBackup[] = "tolvex.3.00.11.00.exe";
 constexpr std::size_t kOldSize = 6U << 20U;
 constexpr std::size_t kNewSize = 7U << 20U;
 
-constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
-// A file that is open as long as this lives.
-class Opened {
-public:
-    Opened(const fs::path& path, DWORD share)
-        : handle_(
-              CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr)),
-          error_(handle_ == INVALID_HANDLE_VALUE ? GetLastError() : ERROR_SUCCESS) {}
-    ~Opened() {
-        if (*this) {
-            CloseHandle(handle_);
-        }
+// What a file holds, read by one who hinders nobody; nothing while somebody lets nobody read.
+std::optional<std::string> Contents(const fs::path& path) {
+    constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE file =
+        CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        const bool held = GetLastError() == ERROR_SHARING_VIOLATION;
+        return held ? std::nullopt : std::optional<std::string>("");
     }
-    Opened(const Opened&) = delete;
-    Opened& operator=(const Opened&) = delete;
-
-    explicit operator bool() const { return handle_ != INVALID_HANDLE_VALUE; }
-    DWORD Error() const { return error_; }
-    std::string All() const {
-        std::string bytes(GetFileSize(handle_, nullptr), '\0');
-        DWORD count = 0;
-        ReadFile(handle_, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr);
-        bytes.resize(count);
-        return bytes;
-    }
-
-private:
-    HANDLE handle_;
-    DWORD error_;
-};
+    std::string bytes(GetFileSize(file, nullptr), '\0');
+    DWORD count = 0;
+    ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr);
+    bytes.resize(count);
+    CloseHandle(file);
+    return bytes;
+}
 
 // Does something again and again on a thread of its own until it goes.
 class Meanwhile {
@@ -77,18 +64,38 @@ private:
     std::thread thread_;
 };
 
-// Random times for one thread.
-class Dice {
+// Other programs that open files of the install; they end with this object.
+class Bystanders {
 public:
-    explicit Dice(unsigned seed) : random_(seed) {}
-    void Rest(int mostMilliseconds) {
-        std::this_thread::sleep_for(
-            milliseconds(std::uniform_int_distribution<int>(0, mostMilliseconds)(random_)));
+    explicit Bystanders(unsigned seed) : seed_(seed) {}
+    ~Bystanders() { CloseHandle(over_); }
+    Bystanders(const Bystanders&) = delete;
+    Bystanders& operator=(const Bystanders&) = delete;
+
+    void Add(const std::wstring& task) {
+        others_.emplace_back(TestOptions().fixtures / "bystander.exe",
+                             kOver + (L" " + std::to_wstring(seed_++)) + L" " + task);
+    }
+    // How often each of them had a file open, in the order in which they came.
+    std::vector<int> End() {
+        SetEvent(over_);
+        std::vector<int> opened;
+        for (const Process& other : others_) {
+            EXPECT_TRUE(other.WaitForEnd(kLongestStage));
+            opened.push_back(static_cast<int>(other.ExitCode()));
+        }
+        return opened;
     }
 
 private:
-    std::mt19937 random_;
+    static constexpr wchar_t kOver[] = L"WatchedInstallIsOver";
+
+    HANDLE over_ = CreateEventW(nullptr, TRUE, FALSE, kOver);
+    unsigned seed_;
+    std::list<Process> others_;
 };
+
+std::wstring Quoted(const fs::path& path) { return L"\"" + path.native() + L"\""; }
 
 class WatchedInstall : public UpdateRun {
 protected:
@@ -127,39 +134,26 @@ protected:
     }
 
     void Look() {
-        const Opened program(folder_->File("tolvex.exe"), kShareAll);
-        if (!program && program.Error() == ERROR_SHARING_VIOLATION) {
+        const std::optional<std::string> bytes = Contents(folder_->File("tolvex.exe"));
+        if (!bytes) {
             return;
         }
         ++looks_;
-        const std::string bytes = program ? program.All() : "";
-        if (bytes == new_) {
+        if (*bytes == new_) {
             ++looksAtNew_;
-        } else if (bytes != old_) {
+        } else if (*bytes != old_) {
             ++wrong_;
-            smallest_ = std::min<std::size_t>(smallest_, bytes.size());
+            smallest_ = std::min(smallest_, bytes->size());
         }
     }
 
-    // As a scanner does, which lets others read and write but not delete.
-    void OpenTheProgram(Dice& dice) {
-        const Opened program(folder_->File("tolvex.exe"), FILE_SHARE_READ | FILE_SHARE_WRITE);
-        opened_ += program ? 1 : 0;
-        dice.Rest(30);
-    }
-
-    void HoldWhatIsUnfinished(Dice& dice) {
-        std::error_code ignored;
-        for (const auto& entry : fs::directory_iterator(folder_->Path(), ignored)) {
-            const std::string name = entry.path().filename().string();
-            if (known_.count(name) == 0 && name != "tolvex30.exe" && name != kBackup) {
-                const Opened unfinished(entry.path(), FILE_SHARE_READ | FILE_SHARE_WRITE);
-                held_ += unfinished ? 1 : 0;
-                dice.Rest(100);
-            }
+    // Everything that is no file of the update, its result or its backup, is unfinished.
+    std::wstring HoldWhatIsUnfinished() const {
+        std::wstring task = L"holds " + Quoted(folder_->Path()) + L" tolvex30.exe " + Wide(kBackup);
+        for (const std::string& name : known_) {
+            task += L" " + Wide(name);
         }
-        // Seldom enough that a copy gets through between two of them.
-        dice.Rest(held_ == 0 ? 1 : 200);
+        return task;
     }
 
     const std::string old_;
@@ -170,25 +164,24 @@ protected:
     std::atomic<int> looksAtNew_{0};
     std::atomic<int> wrong_{0};
     std::size_t smallest_ = kNewSize;
-    std::atomic<int> opened_{0};
-    std::atomic<int> held_{0};
 };
 
 TEST_F(WatchedInstall, ShowsTheOldOrTheNewBuildAtEveryLook) {
     int installed = 0;
+    int opened = 0;
+    int held = 0;
     for (int run = 0; run < TestOptions().installs && !HasFailure(); ++run) {
         Restore();
-        Dice opening(TestOptions().seed + static_cast<unsigned>(2 * run));
-        Dice holding(TestOptions().seed + static_cast<unsigned>(2 * run + 1));
+        Bystanders bystanders(TestOptions().seed + static_cast<unsigned>(2 * run));
+        bystanders.Add(L"reads " + Quoted(folder_->File("tolvex.exe")));
+        bystanders.Add(HoldWhatIsUnfinished());
         {
             const Meanwhile watcher([this] { Look(); });
-            const Meanwhile reader([&] {
-                OpenTheProgram(opening);
-                opening.Rest(60);
-            });
-            const Meanwhile holder([&] { HoldWhatIsUnfinished(holding); });
             InstallToTheEnd();
         }
+        const std::vector<int> times = bystanders.End();
+        opened += times[0];
+        held += times[1];
         installed += folder_->Read("tolvex.exe") == new_ ? 1 : 0;
         EXPECT_EQ(wrong_, 0) << "in run " << run << "; " << smallest_ << " bytes at the least";
     }
@@ -197,9 +190,10 @@ TEST_F(WatchedInstall, ShowsTheOldOrTheNewBuildAtEveryLook) {
               << "  new build in place: " << installed << "\n"
               << "  looks: " << looks_ << "\n"
               << "  looks that saw the new build: " << looksAtNew_ << "\n"
-              << "  opened by another program: " << opened_ << "\n"
-              << "  unfinished file held: " << held_ << "\n";
-    EXPECT_GT(held_, 0);
+              << "  opened by another program: " << opened << "\n"
+              << "  unfinished file held by a third: " << held << "\n";
+    EXPECT_GT(opened, 0);
+    EXPECT_GT(held, 0);
     EXPECT_GT(installed, 0);
 }
 
