@@ -14,6 +14,7 @@
 #include "shared/error_report.h"
 #include "shared/paths.h"
 #include "shared/shared_state.h"
+#include "shared/transfer_fault.h"
 
 namespace swiftpatch {
 
@@ -115,6 +116,12 @@ void frmSwiftPatch::error_Message(std::string& message, std::int16_t style,
         FocusNextStep();
     } catch (const RuntimeError& error) {
         ReportError(error, "[frmSwiftPatch] error_Message()");
+    }
+}
+
+void frmSwiftPatch::ShowTransferFault() {
+    if (Inet1.Fault() != TransferFault::kNone) {
+        txtDebug.Text = TransferFaultText(Inet1.Fault());
     }
 }
 

@@ -71,6 +71,9 @@ public:
     void HideBusyDisplay();
     /// Puts the window above all that are not topmost. Pumps.
     void MakeTopMost();
+    /// Says what is known of a failed request, in the report, where it changes nothing for who does
+    /// not look for it.
+    void ShowTransferFault();
     /// To be called where a stage leaves the next step to the user: puts the keyboard on it.
     void FocusNextStep();
 

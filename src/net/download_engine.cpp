@@ -46,9 +46,11 @@ void frmSwiftPatch::Inet1_StateChanged(std::int16_t state) {
                 ShowAnimation(animation, "Disconnecting from server...");
                 break;
             case inet_state::kError:
+                ShowTransferFault();
                 ShowTransferError();
                 break;
             case inet_state::kResponseCompleted:
+                ShowTransferFault();
                 if (!headerProbe) {
                     ReceiveBody();
                 }

@@ -18,14 +18,16 @@
 
 #include "runtime/clock.h"
 #include "runtime/events.h"
-#include "runtime/internal/http_address.h"
 #include "runtime/internal/http_headers.h"
 #include "runtime/internal/inet_transport.h"
+#include "runtime/internal/redirect_chain.h"
 #include "runtime/numbers.h"
 #include "runtime/runtime_error.h"
 
 namespace swiftpatch {
 namespace {
+
+constexpr std::int32_t kProxyLogonRequired = 407;  // RFC 9110 section 15.5.8.
 
 /// One block is handed out while the other comes in.
 constexpr std::size_t kBlocksAhead = 2;
@@ -40,6 +42,7 @@ Inet::~Inet() = default;
 void Inet::ResetRequest() {
     headers_.clear();
     responseCode_ = 0;
+    fault_ = TransferFault::kNone;
 }
 
 void Inet::Execute(const std::string& url, const std::string& verb) {
@@ -51,15 +54,23 @@ void Inet::Execute(const std::string& url, const std::string& verb) {
     if (verb == "QUIT") {
         return;
     }
-    const HttpAddress address = ParseHttpAddress(url);
-    ++request_;
-    transport_->Open(request_, address, verb);
-    open_ = true;
+    chain_ = std::make_unique<RedirectChain>(ParseHttpAddress(url));
+    verb_ = verb;
+    Open();
     executing_ = true;
-    expectsBody_ = verb == "GET";
+}
+
+void Inet::Open() {
+    ++request_;
+    transport_->Open(request_, chain_->Address(), verb_);
+    open_ = true;
     attempt_ = 0;
     Touch();
 }
+
+std::string Inet::Address() const { return chain_ ? UrlOf(chain_->Address()) : ""; }
+
+bool Inet::Redirected() const { return chain_ && chain_->Length() != 0; }
 
 std::string Inet::GetHeader(const std::string& name) const { return HeaderValue(headers_, name); }
 
@@ -142,16 +153,34 @@ void Inet::OnAnswer(std::uint32_t request, std::int32_t status, std::string head
     if (!IsPresent(request) || !executing_) {
         return;
     }
+    if (Follow(status, headers)) {
+        return;
+    }
     executing_ = false;  // From here on a failure is one of the body, and no longer state 11.
     headers_ = std::move(headers);
     responseCode_ = status;
-    if (expectsBody_) {
+    fault_ = status == kProxyLogonRequired ? TransferFault::kProxyLogon : TransferFault::kNone;
+    if (verb_ == "GET") {
         body_ = true;
         ReadAhead();
     } else {
         CloseRequest();
     }
     Finish(inet_state::kResponseCompleted);
+}
+
+bool Inet::Follow(std::int32_t status, const std::string& headers) {
+    try {
+        const bool follow = chain_->Follow(status, headers);
+        if (follow) {
+            Open();
+        }
+        return follow;
+    } catch (const RuntimeError& error) {
+        fault_ = chain_->Fault();
+        FailWith(error.Number());
+        return true;
+    }
 }
 
 void Inet::OnBlock(std::uint32_t request, Bytes block) {
@@ -186,8 +215,9 @@ void Inet::EndBody() {
     CloseTransport();
 }
 
-void Inet::OnFailed(std::uint32_t request, std::int32_t errorNumber) {
+void Inet::OnFailed(std::uint32_t request, std::int32_t errorNumber, TransferFault fault) {
     if (IsPresent(request)) {
+        fault_ = fault;
         FailWith(errorNumber);
     }
 }

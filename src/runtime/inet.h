@@ -27,9 +27,26 @@ inline constexpr int kError = 11;
 inline constexpr int kResponseCompleted = 12;
 }  // namespace inet_state
 
-class InetTransport;
+/// Why a request came to nothing, where the platform says more than that.
+enum class TransferFault {
+    kNone,
+    kCertificateExpired,    ///< Or not valid yet.
+    kCertificateName,       ///< Issued to another server.
+    kCertificateAuthority,  ///< Issued by somebody whom the system does not trust.
+    kCertificateRevoked,
+    kCertificateUnchecked,  ///< The system could not find out whether it is revoked.
+    kCertificateInvalid,    ///< In another way.
+    kSecureChannel,         ///< No protocol or cipher that both sides speak.
+    kUnprotectedRedirect,   ///< https was redirected to http.
+    kProxyLogon,            ///< The proxy wants a logon that the system does not have (407).
+};
 
-/// The transfer control: one HTTP request at a time, without blocking (RFC 9110, GET and HEAD).
+class InetTransport;
+class RedirectChain;
+
+/// The transfer control: one HTTP request at a time, without blocking (RFC 9110, GET and HEAD), on
+/// https with certificates as the system trusts them. Redirects (RFC 9110 section 15.4) are
+/// followed, ten at most, never from https to http.
 /// Everything happens on the user-interface thread; states are delivered from inside pumps.
 class Inet {
 public:
@@ -53,7 +70,7 @@ public:
 
     /// Starts `verb` ("GET" or "HEAD") on `url`; an address without a scheme counts as http.
     /// "QUIT" closes the session: what is left of the last answer is dropped, without traffic.
-    /// Raises 35764 while executing, 35752 for an address that is not http.
+    /// Raises 35764 while executing, 35752 for an address that is neither http nor https.
     void Execute(const std::string& url, const std::string& verb);
 
     /// True from Execute until the step that delivers state 11 or 12.
@@ -66,6 +83,13 @@ public:
 
     /// The answer's status code, or the number of the error of state 11.
     std::int32_t ResponseCode() const { return responseCode_; }
+
+    /// What was wrong with the last request, if that is known.
+    TransferFault Fault() const { return fault_; }
+
+    /// Where the last request went in the end, and whether a redirect led there.
+    std::string Address() const;
+    bool Redirected() const;
 
     /// The next bytes of the body, `size` at most; empty at its end. Pumps while none is there.
     /// Raises 35758 when the transfer times out or its connection is lost, which includes a body
@@ -83,7 +107,8 @@ public:
     void OnAnswer(std::uint32_t request, std::int32_t status, std::string headers);
     /// An empty block is the end of the body.
     void OnBlock(std::uint32_t request, Bytes block);
-    void OnFailed(std::uint32_t request, std::int32_t errorNumber);
+    void OnFailed(std::uint32_t request, std::int32_t errorNumber,
+                  TransferFault fault = TransferFault::kNone);
     /// To be called at least twice a second while a request is open, for the time-out.
     void OnClock();
 
@@ -94,6 +119,8 @@ private:
     bool TimedOut() const;
     void Notify(int state);
     void Finish(int state);
+    void Open();
+    bool Follow(std::int32_t status, const std::string& headers);
     void FailWith(std::int32_t errorNumber);
     void EndBody();
     void ReadAhead();
@@ -112,7 +139,9 @@ private:
     bool body_ = false;     ///< The answer is in and its body is being read.
     bool reading_ = false;  ///< A block has been asked for.
     bool ended_ = false;    ///< The whole body has come in.
-    bool expectsBody_ = false;
+    std::string verb_;
+    std::unique_ptr<RedirectChain> chain_;  ///< Of the last request.
+    TransferFault fault_ = TransferFault::kNone;
     std::int32_t failure_ = 0;
     std::int32_t responseCode_ = 0;
     std::uint32_t lastSign_ = 0;

@@ -81,6 +81,50 @@ TEST_F(UpdateCheckConnection, MissingLeavesTheDefaultPointer) {
     EXPECT_FALSE(Window().tmrCheckVersion.Enabled);
 }
 
+class UpdateCheckFault : public CheckTest {
+protected:
+    UpdateCheckFault() {
+        world.user.AtDialog("frmRunning", [](Form& form) { form.Unload(); });
+    }
+
+    void AnswerProbes(const headless::Reply& reply) {
+        world.network.Answer(Head(kNewBuild), reply);
+        world.network.Answer(Head(kLicence), reply);
+    }
+};
+
+TEST_F(UpdateCheckFault, OfACertificateIsNoConnectionAndStandsInTheReport) {
+    headless::Reply reply;
+    reply.failure = error_number::kNoConnection;
+    reply.fault = TransferFault::kCertificateExpired;
+    AnswerProbes(reply);
+    RunCheck();
+    EXPECT_EQ(Window().lblAnimationMsg.Caption.Get(),
+              "No connection to the q-tolvex update server.");
+    EXPECT_EQ(Window().txtDebug.Text.Get(),
+              "The certificate of the update server has expired or is not valid yet. Please check "
+              "the date of this computer, too.");
+}
+
+TEST_F(UpdateCheckFault, OfAProxyThatWantsALogonStandsInTheReport) {
+    headless::Reply reply = Quiet(headless::HeaderReply("Content-Length: 500\r\n"));
+    reply.status = 407;
+    AnswerProbes(reply);
+    RunCheck();
+    EXPECT_EQ(Window().lblAnimationMsg.Caption.Get(),
+              "No connection to the q-tolvex update server.");
+    EXPECT_EQ(Window().txtDebug.Text.Get(),
+              "The proxy server wants a logon that this system does not have.");
+}
+
+TEST_F(UpdateCheckFault, ThatNobodyKnowsLeavesTheReportEmpty) {
+    headless::Reply reply;
+    reply.failure = error_number::kNoConnection;
+    AnswerProbes(reply);
+    RunCheck();
+    EXPECT_EQ(Window().txtDebug.Text.Get(), "");
+}
+
 class UpdateCheckServerSize : public CheckTest {
 protected:
     UpdateCheckServerSize() { world.network.Answer(Head(kLicence), LengthReply("4000")); }

@@ -44,8 +44,7 @@ InetTransport::~InetTransport() { Close(); }
 
 void InetTransport::Open(std::uint32_t request, const HttpAddress& address,
                          const std::string& verb) {
-    const std::string port = address.port == 80 ? "" : ":" + std::to_string(address.port);
-    Reply reply = TheWorld().network.Take(verb + " http://" + address.host + port + address.path);
+    Reply reply = TheWorld().network.Take(verb + " " + UrlOf(address));
     if (reply.cannotStart) {
         throw RuntimeError(error_number::kRequestFailed);
     }
@@ -71,7 +70,7 @@ void InetTransport::Open(std::uint32_t request, const HttpAddress& address,
     }
     post([](Inet& owner, const Request& mine) {
         if (mine.reply.failure != 0) {
-            owner.OnFailed(mine.number, mine.reply.failure);
+            owner.OnFailed(mine.number, mine.reply.failure, mine.reply.fault);
         } else {
             owner.OnAnswer(mine.number, mine.reply.status, mine.reply.headers);
         }

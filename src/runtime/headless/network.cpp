@@ -21,6 +21,14 @@ Reply HeaderReply(const std::string& headerLines) {
     return reply;
 }
 
+Reply RedirectReply(std::int32_t status, const std::string& location) {
+    Reply reply;
+    reply.status = status;
+    reply.headers = "HTTP/1.1 " + std::to_string(status) + " Elsewhere\r\nLocation: " + location +
+                    "\r\nContent-Length: 0\r\n";
+    return reply;
+}
+
 void Network::Answer(const std::string& request, Reply reply) {
     replies_[request] = std::move(reply);
 }

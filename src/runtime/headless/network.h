@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "runtime/headless/trace.h"
+#include "runtime/inet.h"
 
 namespace swiftpatch::headless {
 
@@ -16,8 +17,9 @@ namespace swiftpatch::headless {
 struct Reply {
     std::vector<int> states = {3, 4, 5, 6, 7, 8};
     std::int32_t failure = 0;  ///< Fails with this error after the states instead of answering.
-    bool silent = false;       ///< Never answers after the states.
-    bool cannotStart = false;  ///< The request cannot even be started.
+    TransferFault fault = TransferFault::kNone;  ///< What is known of the failure.
+    bool silent = false;                         ///< Never answers after the states.
+    bool cannotStart = false;                    ///< The request cannot even be started.
     std::int32_t status = 200;
     std::string headers;
     std::string body;
@@ -31,13 +33,16 @@ struct Reply {
 Reply FileReply(const std::string& body, const std::string& lastModified = {});
 /// An answer to HEAD with the given header lines, each ended by CR LF.
 Reply HeaderReply(const std::string& headerLines);
+/// An answer that sends whoever asks to another address.
+Reply RedirectReply(std::int32_t status, const std::string& location);
 
 /// The scripted server. A request that nothing was scripted for fails the test.
 class Network {
 public:
     explicit Network(Trace& trace) : trace_(trace) {}
 
-    /// Answers every such request; `request` is "GET http://host/path".
+    /// Answers every such request; `request` is "GET http://host/path", with the port where it is
+    /// not the scheme's own.
     void Answer(const std::string& request, Reply reply);
     /// Answers the next such request only, in the order of the calls and before Answer.
     void AnswerNext(const std::string& request, Reply reply);

@@ -1,6 +1,7 @@
 #include "runtime/internal/http_address.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <string_view>
 
@@ -10,21 +11,37 @@
 namespace swiftpatch {
 namespace {
 
-constexpr std::string_view kScheme = "http://";
+struct Scheme {
+    std::string_view prefix;
+    bool secure;
+    std::uint16_t port;  ///< Where the address names none.
+};
+constexpr Scheme kHttp{"http://", false, 80};
+constexpr Scheme kHttps{"https://", true, 443};
+constexpr std::array kSchemes{kHttp, kHttps};
 
 [[noreturn]] void RaiseMalformed() { throw RuntimeError(error_number::kMalformedUrl); }
 
-std::string_view WithoutScheme(std::string_view url) {
-    if (EqualWithoutCase(url.substr(0, kScheme.size()), kScheme)) {
-        return url.substr(kScheme.size());
+bool BeginsWithScheme(std::string_view url, const Scheme& scheme) {
+    return EqualWithoutCase(url.substr(0, scheme.prefix.size()), scheme.prefix);
+}
+
+/// Takes the scheme away from `url`.
+Scheme TakeScheme(std::string_view& url) {
+    const auto* const named =
+        std::find_if(kSchemes.begin(), kSchemes.end(),
+                     [url](const Scheme& scheme) { return BeginsWithScheme(url, scheme); });
+    if (named != kSchemes.end()) {
+        url.remove_prefix(named->prefix.size());
+        return *named;
     }
     // A colon and two slashes further on belong to a query; before the first slash they name a
     // scheme that is not spoken here.
-    const std::size_t scheme = url.find("://");
-    if (scheme != std::string_view::npos && scheme < url.find('/')) {
+    const std::size_t other = url.find("://");
+    if (other != std::string_view::npos && other < url.find('/')) {
         RaiseMalformed();
     }
-    return url;
+    return kHttp;
 }
 
 std::uint16_t ParsePort(std::string_view text) {
@@ -57,6 +74,32 @@ std::string EscapedPath(std::string_view path) {
     return escaped;
 }
 
+/// RFC 3986 section 5.2.4: "." and ".." name folders, seen from the one before them.
+std::string WithoutDots(std::string_view path) {
+    std::string clean;
+    while (!path.empty()) {
+        const std::size_t end = std::min(path.find('/', 1), path.size());
+        const std::string_view segment = path.substr(0, end);
+        const bool last = end == path.size();
+        if (segment == "/.." || segment == "/.") {
+            if (segment == "/..") {
+                clean.resize(std::min(clean.rfind('/'), clean.size()));
+            }
+            clean += last ? "/" : "";
+        } else {
+            clean += segment;
+        }
+        path.remove_prefix(end);
+    }
+    return clean;
+}
+
+/// RFC 3986 section 3.1; without it a reference is relative.
+bool HasScheme(std::string_view reference) {
+    const std::size_t colon = reference.find(':');
+    return colon != std::string_view::npos && colon < reference.find_first_of("/?#");
+}
+
 bool IsHostCharacter(char character) {
     const auto byte = static_cast<unsigned char>(character);
     return byte > ' ' && byte != 0x7F &&
@@ -66,11 +109,12 @@ bool IsHostCharacter(char character) {
 }  // namespace
 
 HttpAddress ParseHttpAddress(const std::string& url) {
-    std::string_view rest = WithoutScheme(url);
+    std::string_view rest = url;
+    const Scheme scheme = TakeScheme(rest);
     rest = rest.substr(0, rest.find('#'));
     const std::size_t slash = std::min(rest.find('/'), rest.find('?'));
     std::string_view authority = rest.substr(0, slash);
-    HttpAddress address;
+    HttpAddress address{scheme.secure, "", scheme.port, "/"};
     if (slash != std::string_view::npos) {
         const std::string path = EscapedPath(rest.substr(slash));
         address.path = path.front() == '/' ? path : "/" + path;
@@ -90,6 +134,36 @@ HttpAddress ParseHttpAddress(const std::string& url) {
         RaiseMalformed();
     }
     address.host = authority;
+    return address;
+}
+
+std::string UrlOf(const HttpAddress& address) {
+    const Scheme& scheme = address.secure ? kHttps : kHttp;
+    const std::string port = address.port == scheme.port ? "" : ":" + std::to_string(address.port);
+    return std::string(scheme.prefix) + address.host + port + address.path;
+}
+
+HttpAddress ResolveReference(const HttpAddress& base, const std::string& reference) {
+    if (HasScheme(reference)) {
+        if (!BeginsWithScheme(reference, kHttp) && !BeginsWithScheme(reference, kHttps)) {
+            RaiseMalformed();
+        }
+        return ParseHttpAddress(reference);
+    }
+    if (reference.starts_with("//")) {
+        return ParseHttpAddress((base.secure ? "https:" : "http:") + reference);
+    }
+    const std::string target = EscapedPath(reference.substr(0, reference.find('#')));
+    const std::size_t query = std::min(target.find('?'), target.size());
+    const std::string basePath = base.path.substr(0, base.path.find('?'));
+    HttpAddress address = base;
+    if (query != 0) {
+        const bool rooted = target.front() == '/';
+        const std::string folder = rooted ? "" : basePath.substr(0, basePath.rfind('/') + 1);
+        address.path = WithoutDots(folder + target.substr(0, query)) + target.substr(query);
+    } else if (!target.empty()) {
+        address.path = basePath + target;
+    }
     return address;
 }
 

@@ -65,10 +65,19 @@ constexpr std::array kFileErrors{
     Same(kDiskQuotaExceeded, number::kDiskFull),
 };
 
+constexpr DWORD kNoRevocationServer = 12057;  // ERROR_INTERNET_SEC_CERT_REV_FAILED
+constexpr DWORD kCertificateErrors = 12055;   // ERROR_INTERNET_SEC_CERT_ERRORS
+
 struct TransferErrorRow {
     DWORD systemError;
     std::int32_t beforeAnswer;
+    TransferFault fault = TransferFault::kNone;
 };
+
+/// A certificate that is not trusted counts as no connection.
+constexpr TransferErrorRow Untrusted(DWORD systemError, TransferFault fault) {
+    return {systemError, number::kNoConnection, fault};
+}
 
 constexpr std::array kTransferErrors{
     TransferErrorRow{ERROR_INTERNET_NAME_NOT_RESOLVED, number::kNoConnection},
@@ -77,7 +86,24 @@ constexpr std::array kTransferErrors{
     TransferErrorRow{ERROR_INTERNET_SERVER_UNREACHABLE, number::kNoConnection},
     TransferErrorRow{ERROR_INTERNET_PROXY_SERVER_UNREACHABLE, number::kNoConnection},
     TransferErrorRow{ERROR_INTERNET_TIMEOUT, number::kRequestTimedOut},
+    Untrusted(ERROR_INTERNET_SEC_CERT_DATE_INVALID, TransferFault::kCertificateExpired),
+    Untrusted(ERROR_INTERNET_SEC_CERT_CN_INVALID, TransferFault::kCertificateName),
+    Untrusted(ERROR_INTERNET_INVALID_CA, TransferFault::kCertificateAuthority),
+    Untrusted(ERROR_INTERNET_SEC_CERT_REVOKED, TransferFault::kCertificateRevoked),
+    Untrusted(kNoRevocationServer, TransferFault::kCertificateUnchecked),
+    Untrusted(ERROR_INTERNET_SEC_INVALID_CERT, TransferFault::kCertificateInvalid),
+    Untrusted(kCertificateErrors, TransferFault::kCertificateInvalid),
+    Untrusted(ERROR_INTERNET_SECURITY_CHANNEL_ERROR, TransferFault::kSecureChannel),
+    Untrusted(ERROR_INTERNET_CLIENT_AUTH_CERT_NEEDED, TransferFault::kSecureChannel),
 };
+
+TransferErrorRow TransferErrorOf(DWORD systemError) {
+    const auto* row = std::find_if(
+        kTransferErrors.begin(), kTransferErrors.end(),
+        [systemError](const TransferErrorRow& each) { return each.systemError == systemError; });
+    return row == kTransferErrors.end() ? TransferErrorRow{systemError, number::kRequestFailed}
+                                        : *row;
+}
 
 }  // namespace
 
@@ -99,13 +125,9 @@ void RaiseFileError(DWORD systemError, FileAction action) {
 }
 
 std::int32_t TransferErrorNumber(DWORD systemError, bool inBody) {
-    if (inBody) {
-        return number::kRequestTimedOut;
-    }
-    const auto* row = std::find_if(
-        kTransferErrors.begin(), kTransferErrors.end(),
-        [systemError](const TransferErrorRow& each) { return each.systemError == systemError; });
-    return row == kTransferErrors.end() ? number::kRequestFailed : row->beforeAnswer;
+    return inBody ? number::kRequestTimedOut : TransferErrorOf(systemError).beforeAnswer;
 }
+
+TransferFault TransferFaultOf(DWORD systemError) { return TransferErrorOf(systemError).fault; }
 
 }  // namespace swiftpatch

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "runtime/inet.h"
 #include "runtime/win32/win32.h"
 
 namespace swiftpatch {
@@ -15,5 +16,8 @@ enum class FileAction { kOpen, kDelete, kCopy };
 /// The number of the transfer control's error that stands for an error of the system.
 /// `inBody`: the answer's headers had come in before.
 std::int32_t TransferErrorNumber(DWORD systemError, bool inBody);
+
+/// What the error of a request says beyond that number.
+TransferFault TransferFaultOf(DWORD systemError);
 
 }  // namespace swiftpatch

@@ -10,7 +10,10 @@ namespace {
 constexpr DWORD kRequestFlags = INTERNET_FLAG_RELOAD | INTERNET_FLAG_NO_CACHE_WRITE |
                                 INTERNET_FLAG_PRAGMA_NOCACHE | INTERNET_FLAG_NO_COOKIES |
                                 INTERNET_FLAG_KEEP_CONNECTION | INTERNET_FLAG_NO_UI |
-                                INTERNET_FLAG_NO_AUTH;
+                                INTERNET_FLAG_NO_AUTO_REDIRECT;
+
+// What a server is told that asks for a logon where one is allowed for the sake of the proxy.
+constexpr char kNobody[] = "anonymous";
 
 DWORD WINAPI CloseHandleHere(void* handle) {
     WinInet().InternetCloseHandle(handle);
@@ -33,12 +36,26 @@ HINTERNET OpenSession() {
     return session;
 }
 
-HINTERNET OpenRequest(HINTERNET connection, const std::string& verb, const std::string& path,
-                      Exchange& exchange) {
+HINTERNET OpenConnection(HINTERNET session, const HttpAddress& address, Logon logon) {
+    // A name that is given keeps the system from giving the user's.
+    const char* const name = logon == Logon::kProxy ? kNobody : nullptr;
+    return WinInet().InternetConnectA(session, address.host.c_str(), address.port, name, name,
+                                      INTERNET_SERVICE_HTTP, 0, 0);
+}
+
+HINTERNET OpenRequest(HINTERNET connection, const std::string& verb, const HttpAddress& address,
+                      Logon logon, Exchange& exchange) {
     std::array<const char*, 2> accepted{"*/*", nullptr};
-    return WinInet().HttpOpenRequestA(connection, verb.c_str(), path.c_str(), nullptr, nullptr,
-                                      accepted.data(), kRequestFlags,
-                                      reinterpret_cast<DWORD_PTR>(&exchange));
+    const DWORD flags = kRequestFlags | (address.secure ? INTERNET_FLAG_SECURE : 0) |
+                        (logon == Logon::kNone ? INTERNET_FLAG_NO_AUTH : 0);
+    const HINTERNET request =
+        WinInet().HttpOpenRequestA(connection, verb.c_str(), address.path.c_str(), nullptr, nullptr,
+                                   accepted.data(), flags, reinterpret_cast<DWORD_PTR>(&exchange));
+    if (request != nullptr && logon == Logon::kProxy) {
+        // From Internet Explorer 8 on; before it there is only the name.
+        WinInet().InternetSetOptionA(request, INTERNET_OPTION_SUPPRESS_SERVER_AUTH, nullptr, 0);
+    }
+    return request;
 }
 
 std::int32_t StatusCode(HINTERNET request) {

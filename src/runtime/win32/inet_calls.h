@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "runtime/internal/http_address.h"
 #include "runtime/win32/inet_exchange.h"
 
 namespace swiftpatch {
@@ -12,12 +13,19 @@ namespace swiftpatch {
 /// A session whose calls do not wait.
 HINTERNET OpenSession();
 
-/// A request that passes every cache, carries no cookies and keeps the connection open. Null when
-/// the system refuses it; `exchange` then still has both its owners.
-HINTERNET OpenRequest(HINTERNET connection, const std::string& verb, const std::string& path,
-                      Exchange& exchange);
+/// Who the system may say that the user is. To the update server it never does.
+enum class Logon { kNone, kProxy };
 
-/// The answer's status code, and all its headers.
+/// The server of `address`.
+HINTERNET OpenConnection(HINTERNET session, const HttpAddress& address, Logon logon);
+
+/// A request that passes every cache, carries no cookies, follows no redirect and keeps the
+/// connection open; `connection` was opened with the same `logon`. Null when the system refuses it;
+/// `exchange` then still has both its owners.
+HINTERNET OpenRequest(HINTERNET connection, const std::string& verb, const HttpAddress& address,
+                      Logon logon, Exchange& exchange);
+
+/// The answer's status code, 0 where there was none; and all its headers.
 std::int32_t StatusCode(HINTERNET request);
 std::string RawHeaders(HINTERNET request);
 

@@ -20,8 +20,6 @@
 namespace swiftpatch {
 namespace {
 
-constexpr LONG kMostRedirects = 10;
-
 /// The control's state for a status of the platform; 0 for none.
 int StateOf(DWORD status) {
     switch (status) {
@@ -62,12 +60,6 @@ void Exchange::Post(UINT message, DWORD value) const {
     ::PostMessageA(window_, message, number_, static_cast<LPARAM>(value));
 }
 
-void Exchange::NoteRedirect() {
-    if (::InterlockedIncrement(&redirects_) == kMostRedirects + 1) {
-        Post(kCompletedMessage, ERROR_HTTP_REDIRECT_FAILED);
-    }
-}
-
 Exchange::Block Exchange::FreeBlock() {
     const auto spare = std::find_if(blocks_.begin(), blocks_.end(),
                                     [](const Block& block) { return block.use_count() == 1; });
@@ -94,8 +86,6 @@ void CALLBACK OnInternetStatus(HINTERNET /*handle*/, DWORD_PTR context, DWORD st
         exchange->Release();
     } else if (status == INTERNET_STATUS_REQUEST_COMPLETE) {
         Complete(*exchange, *static_cast<const INTERNET_ASYNC_RESULT*>(detail));
-    } else if (status == INTERNET_STATUS_REDIRECT) {
-        exchange->NoteRedirect();
     } else if (status == INTERNET_STATUS_DETECTING_PROXY) {
         // Takes as long as half a minute, before anything is sent.
         exchange->Post(Exchange::kWorkMessage, 0);

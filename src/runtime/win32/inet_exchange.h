@@ -33,11 +33,6 @@ public:
     void HushStates() { ::InterlockedExchange(&hushed_, 1); }
     bool Hushed() { return ::InterlockedExchangeAdd(&hushed_, 0) != 0; }
 
-    /// The platform follows the answer to another address. Not all platforms end a circle of such
-    /// answers by themselves, so that the request fails when there are too many.
-    void NoteRedirect();
-    bool Redirected() { return ::InterlockedExchangeAdd(&redirects_, 0) != 0; }
-
     void Release();
 
     /// What a read tells the platform, and what it learns. It is here because a read may be under
@@ -56,7 +51,6 @@ private:
     const HWND window_;
     const DWORD number_;
     LONG hushed_ = 0;
-    LONG redirects_ = 0;
     LONG owners_ = 2;
     INTERNET_BUFFERSA readRecord_{};
     std::vector<Block> blocks_;

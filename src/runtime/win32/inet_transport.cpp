@@ -74,18 +74,24 @@ private:
 
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-    void Connect(const HttpAddress& address);
+    void Start();
+    void Connect();
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void PassOnReports();
     void PassOn(const Report& report);
     void OnAnswered(DWORD error);
+    void LogOnToProxy();
     void PassOnBody(DWORD error);
 
     Inet& owner_;
     UniqueWindow window_;
     UniqueInternet session_;
     UniqueInternet connection_;
-    std::string server_;  ///< Host and port of the connection.
+    std::string server_;          ///< Host and port of the connection.
+    Logon logon_ = Logon::kNone;  ///< kProxy once a proxy has asked for one.
+    std::uint32_t number_ = 0;
+    HttpAddress address_;
+    std::string verb_;
     UniqueInternet handle_;
     Exchange* exchange_ = nullptr;
     bool headersOnly_ = false;      ///< The answer has no body.
@@ -110,15 +116,22 @@ void InetTransport::Request::Send(std::uint32_t number, const HttpAddress& addre
         // Everything is heard of through it, the time-out included.
         throw RuntimeError(error_number::kRequestFailed);
     }
-    Connect(address);
-    exchange_ = new Exchange(window_.Get(), number);
-    handle_.Reset(OpenRequest(connection_.Get(), verb, address.path, *exchange_));
+    number_ = number;
+    address_ = address;
+    verb_ = verb;
+    Start();
+}
+
+void InetTransport::Request::Start() {
+    Connect();
+    exchange_ = new Exchange(window_.Get(), number_);
+    handle_.Reset(OpenRequest(connection_.Get(), verb_, address_, logon_, *exchange_));
     if (!handle_) {
         exchange_->Release();  // For the handle that never was.
         Close();
         throw RuntimeError(error_number::kRequestFailed);
     }
-    headersOnly_ = verb == "HEAD";
+    headersOnly_ = verb_ == "HEAD";
     ::SetTimer(window_.Get(), kClockTimer, kClockInterval, nullptr);
     const BOOL done = WinInet().HttpSendRequestA(handle_.Get(), nullptr, 0, nullptr, 0);
     const DWORD error = done ? ERROR_SUCCESS : ::GetLastError();
@@ -127,12 +140,10 @@ void InetTransport::Request::Send(std::uint32_t number, const HttpAddress& addre
     }
 }
 
-void InetTransport::Request::Connect(const HttpAddress& address) {
-    const std::string wanted = address.host + ":" + std::to_string(address.port);
+void InetTransport::Request::Connect() {
+    const std::string wanted = address_.host + ":" + std::to_string(address_.port);
     if (!connection_ || server_ != wanted) {
-        connection_.Reset(WinInet().InternetConnectA(session_.Get(), address.host.c_str(),
-                                                     address.port, nullptr, nullptr,
-                                                     INTERNET_SERVICE_HTTP, 0, 0));
+        connection_.Reset(OpenConnection(session_.Get(), address_, logon_));
         server_ = wanted;
     }
 }
@@ -206,27 +217,38 @@ void InetTransport::Request::PassOn(const Report& report) {
 }
 
 void InetTransport::Request::OnAnswered(DWORD error) {
-    const std::uint32_t number = exchange_->Number();
     body_.emplace(handle_.Get(), *exchange_);
-    if (exchange_->Redirected()) {
-        // Some platforms' connection handle now stands for the server of the other address.
-        server_.clear();
+    const std::int32_t status = error == ERROR_SUCCESS ? StatusCode(handle_.Get()) : 0;
+    if (status == 0) {
+        // A connection that is lost before the answer is a success to some platforms.
+        owner_.OnFailed(number_, TransferErrorNumber(error, false), TransferFaultOf(error));
+    } else if (status == HTTP_STATUS_PROXY_AUTH_REQ && logon_ == Logon::kNone) {
+        LogOnToProxy();
+    } else {
+        exchange_->HushStates();
+        owner_.OnAnswer(number_, status, RawHeaders(handle_.Get()));
     }
-    if (error != ERROR_SUCCESS) {
-        owner_.OnFailed(number, TransferErrorNumber(error, false));
-        return;
+}
+
+/// Only where it is asked for, and from then on: a system that may log on to the proxy needs to be
+/// kept from logging on to the server.
+void InetTransport::Request::LogOnToProxy() {
+    Close();
+    logon_ = Logon::kProxy;
+    connection_.Reset();
+    try {
+        Start();
+    } catch (const RuntimeError& error) {
+        owner_.OnFailed(number_, error.Number());
     }
-    exchange_->HushStates();
-    owner_.OnAnswer(number, StatusCode(handle_.Get()), RawHeaders(handle_.Get()));
 }
 
 void InetTransport::Request::PassOnBody(DWORD error) {
-    const std::uint32_t number = exchange_->Number();
     InetBody::News news = body_->OnCompleted(error);
     if (news.block) {
-        owner_.OnBlock(number, *std::move(news.block));
+        owner_.OnBlock(number_, *std::move(news.block));
     } else if (news.failure != ERROR_SUCCESS) {
-        owner_.OnFailed(number, TransferErrorNumber(news.failure, true));
+        owner_.OnFailed(number_, TransferErrorNumber(news.failure, true));
     }
 }
 
