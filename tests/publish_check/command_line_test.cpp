@@ -77,9 +77,9 @@ TEST(Run, WhatIsNeitherFolderNorAddressEndsWith2) {
 }
 
 TEST(Run, AnotherProtocolEndsWith2) {
-    const Ended ended = RunWith({"https://updates.example.com/download/"});
+    const Ended ended = RunWith({"ftp://updates.example.com/download/"});
     EXPECT_EQ(ended.status, 2);
-    EXPECT_NE(ended.errors.find("plain http only"), std::string::npos) << ended.errors;
+    EXPECT_NE(ended.errors.find("http and https only"), std::string::npos) << ended.errors;
 }
 
 }  // namespace

@@ -4,10 +4,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "publish_check/python_server.h"
 #include "publish_check/run.h"
@@ -75,6 +79,34 @@ TEST_F(LiveServer, RedirectsAreFollowed) {
     EXPECT_THAT(output, HasSubstr(R"("code":"redirected")"));
 }
 
+TEST_F(LiveServer, LastingRedirectOfTheNewKindIsFollowedToo) {
+    EXPECT_EQ(RunOn("moved-308"), 0) << output;
+    EXPECT_THAT(output, HasSubstr("The server redirects to http://127.0.0.1:"));
+}
+
+TEST_F(LiveServer, DownloadWithoutALengthIsAFault) {
+    EXPECT_EQ(RunOn("unlengthed"), 1) << output;
+    EXPECT_THAT(output, HasSubstr(R"("code":"no-length-of-body")"));
+}
+
+TEST_F(LiveServer, DownloadOfAnotherLengthIsAFault) {
+    EXPECT_EQ(RunOn("shorter"), 1) << output;
+    EXPECT_THAT(output, HasSubstr(R"("code":"other-length")"));
+}
+
+TEST_F(LiveServer, ThatWantsToBeAskedLaterIsAFaultThatSaysSo) {
+    EXPECT_EQ(RunOn("busy"), 1) << output;
+    EXPECT_THAT(output, HasSubstr(R"("code":"rate-limit")"));
+    EXPECT_THAT(output, HasSubstr("after 120"));
+}
+
+TEST_F(LiveServer, CacheThatHasAnotherBuildIsWarnedOf) {
+    RunOn("stale");
+    EXPECT_THAT(output, HasSubstr(R"("code":"stale-cache")"));
+    RunOn("good");
+    EXPECT_THAT(output, Not(HasSubstr("stale-cache")));
+}
+
 TEST_F(LiveServer, BrokenDownloadEndsWith1) {
     EXPECT_EQ(RunOn("cut"), 1) << output;
     EXPECT_THAT(output, HasSubstr(R"("code":"broken-body")"));
@@ -84,6 +116,61 @@ TEST_F(LiveServer, BrokenDownloadEndsWith1) {
 TEST_F(LiveServer, NoAnswerEndsWith2) {
     EXPECT_EQ(RunOn("closed"), 2) << output;
     EXPECT_THAT(output, HasSubstr("no answer from http://127.0.0.1:"));
+}
+
+class HttpsServer : public LiveServer {
+protected:
+    static void SetUpTestSuite() {
+        LiveServer::SetUpTestSuite();
+        const std::string make = SWIFTPATCH_MAKE_CERTIFICATES " " + (folder / "tls").string();
+        ASSERT_EQ(std::system(make.c_str()), 0);
+        setenv("SSL_CERT_FILE", (folder / "tls" / "authority.pem").c_str(), 1);
+    }
+    static void TearDownTestSuite() {
+        unsetenv("SSL_CERT_FILE");
+        LiveServer::TearDownTestSuite();
+    }
+
+    int RunWith(const std::string& certificate, const std::string& manner = "good") {
+        const PythonServer https(SWIFTPATCH_ODD_SERVER, folder,
+                                 (folder / "tls" / (certificate + ".pem")).string());
+        std::ostringstream text;
+        const int status = RunPublishCheck(
+            {https.Folder(manner), "--installed", "3.0.11.0", "--json"}, text, text);
+        output = text.str();
+        return status;
+    }
+};
+
+TEST_F(HttpsServer, GoodEndsWith0AndSaysForHowLong) {
+    EXPECT_EQ(RunWith("good"), 0) << output;
+    EXPECT_THAT(output, HasSubstr(R"("code":"certificate")"));
+    EXPECT_THAT(output, HasSubstr("more days"));
+}
+
+TEST_F(HttpsServer, CertificateThatSoonEndsIsWarnedOf) {
+    EXPECT_EQ(RunWith("ending"), 0) << output;
+    EXPECT_THAT(output, HasSubstr(R"("code":"certificate-ends")"));
+}
+
+TEST_F(HttpsServer, RedirectToHttpIsNotFollowed) {
+    EXPECT_EQ(RunWith("good", "unprotected"), 2) << output;
+    EXPECT_THAT(output, HasSubstr("redirects from a secure address to one that is not"));
+}
+
+TEST_F(HttpsServer, EveryFaultOfACertificateIsNamed) {
+    const std::vector<std::pair<std::string, std::string>> faults{
+        {"expired", "has expired or is not valid yet"},
+        {"early", "has expired or is not valid yet"},
+        {"name", "was issued to a server of another name"},
+        {"unknown", "by an authority that this system does not trust"},
+        {"self", "by an authority that this system does not trust"},
+        {"incomplete", "by an authority that this system does not trust"},
+    };
+    for (const auto& [certificate, words] : faults) {
+        EXPECT_EQ(RunWith(certificate), 2) << certificate;
+        EXPECT_THAT(output, HasSubstr(words)) << certificate;
+    }
 }
 
 TEST(NoServer, EndsWith2) {

@@ -29,24 +29,27 @@ std::string ReadLine(int file) {
 
 }  // namespace
 
-PythonServer::PythonServer(const std::string& program, const std::filesystem::path& folder) {
+PythonServer::PythonServer(const std::string& program, const std::filesystem::path& folder,
+                           const std::string& certificate) {
     const Pipe input;
     const Pipe output;
     process_ = fork();
     if (process_ == 0) {
         dup2(input.ends[0], STDIN_FILENO);
         dup2(output.ends[1], STDOUT_FILENO);
-        execlp("python3", "python3", program.c_str(), folder.c_str(), nullptr);
+        const char* const more = certificate.empty() ? nullptr : certificate.c_str();
+        execlp("python3", "python3", program.c_str(), folder.c_str(), more, nullptr);
         _exit(127);
     }
     input_ = input.ends[1];
     close(input.ends[0]);
     close(output.ends[1]);
-    port_ = ReadLine(output.ends[0]);
+    const std::string port = ReadLine(output.ends[0]);
     close(output.ends[0]);
-    if (port_.empty()) {
+    if (port.empty()) {
         throw std::runtime_error("the server did not start");
     }
+    server_ = (certificate.empty() ? "http://127.0.0.1:" : "https://localhost:") + port;
 }
 
 PythonServer::~PythonServer() {
@@ -56,7 +59,7 @@ PythonServer::~PythonServer() {
 }
 
 std::string PythonServer::Folder(const std::string& manner) const {
-    return "http://127.0.0.1:" + port_ + "/" + manner + "/";
+    return server_ + "/" + manner + "/";
 }
 
 }  // namespace publish_check

@@ -51,9 +51,7 @@ std::string DataFile(const std::string& folder) {
 
 /// The address as requests name it.
 std::string UrlOf(const std::string& folder, const std::string& name) {
-    const swiftpatch::HttpAddress address = swiftpatch::ParseHttpAddress(folder + name);
-    const std::string port = address.port == 80 ? "" : ":" + std::to_string(address.port);
-    return "http://" + address.host + port + address.path;
+    return swiftpatch::UrlOf(swiftpatch::ParseHttpAddress(folder + name));
 }
 
 /// The machines know versions from a sample build's first bytes: one of the same version and length

@@ -16,6 +16,9 @@ using swiftpatch::DateTime;
 namespace {
 
 constexpr int kFirstRefusal = 400;
+constexpr int kTooManyRequests = 429;
+constexpr int kUnavailable = 503;
+constexpr std::int64_t kFewDays = 30;
 
 std::string Count(std::int64_t bytes) { return std::to_string(bytes) + " bytes"; }
 
@@ -44,15 +47,36 @@ bool CheckAnswer(const PublishedFile& file, const std::string& name, Findings& f
         findings.Fault("no-answer", "HEAD is not answered: " + file.head.problem + ".");
         return false;
     }
+    const std::string later = swiftpatch::HeaderValue(file.head.headers, "Retry-After");
+    const bool limited = file.head.status == kTooManyRequests || file.head.status == kUnavailable;
+    if (limited && !later.empty()) {
+        findings.Warn("rate-limit", "The server wants to be asked again after " + later +
+                                        ": each updater asks three times in a row, and many of "
+                                        "them may share an address.");
+    }
     if (file.head.status >= kFirstRefusal) {
         findings.Fault("refused", "The server answers HEAD with the status " +
                                       std::to_string(file.head.status) + ": it is not there.");
         return false;
     }
     if (file.head.redirected) {
-        findings.Note("redirected", "The server redirects: each updater asks twice.");
+        findings.Note("redirected", "The server redirects to " + file.head.address +
+                                        ": each updater asks twice.");
     }
     return true;
+}
+
+void CheckCertificate(const Answer& head, Findings& findings) {
+    if (!head.certificateDays) {
+        return;
+    }
+    const std::string text = "The certificate of the server is good for " +
+                             std::to_string(*head.certificateDays) + " more days";
+    if (*head.certificateDays < kFewDays) {
+        findings.Warn("certificate-ends", text + ": renew it in time, or no updater gets in.");
+    } else {
+        findings.Good("certificate", text + ".");
+    }
 }
 
 /// Says whether the size can be read and is large enough.
@@ -94,8 +118,33 @@ void CheckBody(const PublishedFile& file, Findings& findings) {
     } else if (size > 0 && came != size) {
         findings.Fault("other-length",
                        "HEAD says " + Count(size) + ", but GET brings " + Count(came) + ".");
+    } else if (size > 0 && swiftpatch::HeaderValue(file.get.headers, "Content-length").empty()) {
+        findings.Fault("no-length-of-body",
+                       "HEAD says " + Count(size) +
+                           ", but GET comes without a length: the updater would take a download "
+                           "that is cut off for the whole.");
     } else {
         findings.Good("whole", "GET brings all of it.");
+    }
+}
+
+/// True where both answers have the field, and not the same.
+bool Differ(const Answer& one, const Answer& other, const char* field) {
+    const std::string value = swiftpatch::HeaderValue(one.headers, field);
+    const std::string second = swiftpatch::HeaderValue(other.headers, field);
+    return !value.empty() && !second.empty() && value != second;
+}
+
+void CheckCaches(const ServerState& state, Findings& findings) {
+    const Answer& head = state.build.head;
+    const Answer& origin = state.buildPastCaches;
+    const bool comparable = origin.answered && origin.status == head.status;
+    if (comparable &&
+        (Differ(head, origin, "Last-modified") || Differ(head, origin, "Content-length"))) {
+        findings.Warn("stale-cache",
+                      "Something between here and the server still answers with another build. "
+                      "Purge it, then give the build a new date (touch): who fetches the old one "
+                      "meanwhile does not fetch the new one before that.");
     }
 }
 
@@ -145,9 +194,11 @@ void CheckBuild(const ServerState& state, DateTime now, std::vector<Finding>& li
     if (!CheckAnswer(state.build, swiftpatch::kStagedBuild, findings)) {
         return;
     }
+    CheckCertificate(state.build.head, findings);
     CheckSize(state.build.head, swiftpatch::kSmallestBuild, findings);
     CheckBody(state.build, findings);
     CheckDate(state, now, findings);
+    CheckCaches(state, findings);
     CheckVersion(state.build, findings);
 }
 

@@ -1,14 +1,25 @@
 #include <curl/curl.h>
 
+#include <cstdlib>
+#include <ctime>
 #include <stdexcept>
 
 #include "publish_check/http_client.h"
+#include "runtime/internal/redirect_chain.h"
 #include "runtime/runtime_error.h"
+#include "runtime/strings.h"
+#include "shared/transfer_fault.h"
 
 namespace publish_check {
 namespace {
 
-constexpr long kMostRedirects = 10;
+using swiftpatch::TransferFault;
+
+// What GnuTLS finds about a certificate (GNUTLS_CERT_*).
+constexpr long kRevoked = 1L << 5;
+constexpr long kUnknownIssuer = 1L << 6;
+constexpr long kNotYetValid = 1L << 9;
+constexpr long kExpired = 1L << 10;
 
 size_t TakeBody(char* bytes, size_t size, size_t count, void* answer) {
     std::string& body = static_cast<Answer*>(answer)->body;
@@ -19,7 +30,7 @@ size_t TakeBody(char* bytes, size_t size, size_t count, void* answer) {
     return size * count;
 }
 
-/// The headers of the last answer count: those of redirects come before.
+/// The headers of the last answer count: interim ones and a proxy's come before.
 size_t TakeHeader(char* bytes, size_t size, size_t count, void* answer) {
     std::string& headers = static_cast<Answer*>(answer)->headers;
     const std::string line(bytes, size * count);
@@ -37,11 +48,39 @@ bool IsInBody(CURLcode result, const Answer& answer) {
     return possible && answer.headers.ends_with("\r\n\r\n");
 }
 
+TransferFault FaultOf(CURLcode result, CURL* curl) {
+    if (result == CURLE_SSL_CONNECT_ERROR) {
+        return TransferFault::kSecureChannel;
+    }
+    if (result != CURLE_PEER_FAILED_VERIFICATION) {
+        return TransferFault::kNone;
+    }
+    long found = 0;
+    curl_easy_getinfo(curl, CURLINFO_SSL_VERIFYRESULT, &found);
+    if (found == 0) {
+        return TransferFault::kCertificateName;  // Which libcurl looks at itself.
+    }
+    if (!std::string_view(curl_version_info(CURLVERSION_NOW)->ssl_version).starts_with("GnuTLS")) {
+        return TransferFault::kCertificateInvalid;
+    }
+    if ((found & (kNotYetValid | kExpired)) != 0) {
+        return TransferFault::kCertificateExpired;
+    }
+    if ((found & kRevoked) != 0) {
+        return TransferFault::kCertificateRevoked;
+    }
+    return (found & kUnknownIssuer) != 0 ? TransferFault::kCertificateAuthority
+                                         : TransferFault::kCertificateInvalid;
+}
+
 /// Says what the updater's transfer control says, where that has words for it.
-std::string ProblemOf(CURLcode result, bool inBody) {
+std::string ProblemOf(CURLcode result, bool inBody, TransferFault fault) {
     namespace error_number = swiftpatch::error_number;
     if (inBody) {
         return result == CURLE_WRITE_ERROR ? kBodyTooLarge : kBodyLost;
+    }
+    if (fault != TransferFault::kNone) {
+        return swiftpatch::TransferFaultText(fault);
     }
     switch (result) {
         case CURLE_COULDNT_RESOLVE_HOST:
@@ -56,6 +95,36 @@ std::string ProblemOf(CURLcode result, bool inBody) {
         default:
             return curl_easy_strerror(result);
     }
+}
+
+/// libcurl writes times as the library below it does: GnuTLS, OpenSSL.
+std::optional<std::int64_t> TimeOf(const char* text) {
+    for (const char* format : {"%Y-%m-%d %H:%M:%S", "%b %d %H:%M:%S %Y"}) {
+        std::tm time{};
+        if (strptime(text, format, &time) != nullptr) {
+            return timegm(&time);
+        }
+    }
+    return {};
+}
+
+/// Of the first certificate of the chain, which is the server's own.
+std::optional<std::int64_t> CertificateDays(CURL* curl) {
+    constexpr std::string_view kField = "Expire date:";
+    constexpr std::int64_t kSecondsADay = 86400;
+    curl_certinfo* chain = nullptr;
+    if (curl_easy_getinfo(curl, CURLINFO_CERTINFO, &chain) != CURLE_OK || chain == nullptr ||
+        chain->num_of_certs == 0) {
+        return {};
+    }
+    for (const curl_slist* field = chain->certinfo[0]; field != nullptr; field = field->next) {
+        const std::string_view text = field->data;
+        if (swiftpatch::EqualWithoutCase(text.substr(0, kField.size()), kField)) {
+            const auto end = TimeOf(text.substr(kField.size()).data());
+            return end ? std::optional((*end - std::time(nullptr)) / kSecondsADay) : std::nullopt;
+        }
+    }
+    return {};
 }
 
 struct ListDeleter {
@@ -73,6 +142,7 @@ struct HttpClient::Session {
         curl_slist_append(nullptr, "Pragma: no-cache")};
 
     void Prepare(const std::string& verb, const std::string& url, Answer& answer) const;
+    Answer AskOnce(const std::string& verb, const std::string& url) const;
 };
 
 void HttpClient::Session::Prepare(const std::string& verb, const std::string& url,
@@ -84,10 +154,12 @@ void HttpClient::Session::Prepare(const std::string& verb, const std::string& ur
     curl_easy_setopt(curl, CURLOPT_USERAGENT, "SwiftPatch");
     curl_easy_setopt(curl, CURLOPT_HTTPHEADER, headers.get());
     curl_easy_setopt(curl, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
-    curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "http");
-    curl_easy_setopt(curl, CURLOPT_REDIR_PROTOCOLS_STR, "http");
-    curl_easy_setopt(curl, CURLOPT_FOLLOWLOCATION, 1L);
-    curl_easy_setopt(curl, CURLOPT_MAXREDIRS, kMostRedirects);
+    curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "http,https");
+    curl_easy_setopt(curl, CURLOPT_CERTINFO, 1L);
+    // As for every program over OpenSSL: other authorities than the system's.
+    if (const char* authorities = std::getenv("SSL_CERT_FILE")) {
+        curl_easy_setopt(curl, CURLOPT_CAINFO, authorities);
+    }
     curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT, kLongestSilence);
     curl_easy_setopt(curl, CURLOPT_LOW_SPEED_LIMIT, 1L);
     curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, kLongestSilence);
@@ -106,23 +178,40 @@ HttpClient::HttpClient() : session_(std::make_unique<Session>()) {
 
 HttpClient::~HttpClient() = default;
 
-Answer HttpClient::Ask(const std::string& verb, const std::string& url) {
+Answer HttpClient::Session::AskOnce(const std::string& verb, const std::string& url) const {
+    CURL* const curl = handle.get();
     Answer answer;
-    session_->Prepare(verb, url, answer);
-    const CURLcode result = curl_easy_perform(session_->handle.get());
+    Prepare(verb, url, answer);
+    const CURLcode result = curl_easy_perform(curl);
     long status = 0;
-    long redirects = 0;
-    curl_easy_getinfo(session_->handle.get(), CURLINFO_RESPONSE_CODE, &status);
-    curl_easy_getinfo(session_->handle.get(), CURLINFO_REDIRECT_COUNT, &redirects);
+    curl_easy_getinfo(curl, CURLINFO_RESPONSE_CODE, &status);
     answer.status = static_cast<int>(status);
-    answer.redirected = redirects > 0;
-    // A failure before the last answer's body began leaves nothing that an updater could use.
+    // A failure before the answer's body began leaves nothing that an updater could use.
     const bool inBody = IsInBody(result, answer);
     if (result != CURLE_OK) {
-        answer.problem = ProblemOf(result, inBody);
+        answer.problem = ProblemOf(result, inBody, FaultOf(result, curl));
     }
+    answer.certificateDays = CertificateDays(curl);
     answer.closed = result == CURLE_PARTIAL_FILE;
     answer.answered = result == CURLE_OK || inBody;
+    return answer;
+}
+
+Answer HttpClient::Ask(const std::string& verb, const std::string& url) {
+    swiftpatch::RedirectChain chain(swiftpatch::ParseHttpAddress(url));
+    Answer answer;
+    try {
+        do {
+            answer = session_->AskOnce(verb, swiftpatch::UrlOf(chain.Address()));
+        } while (answer.answered && chain.Follow(answer.status, answer.headers));
+    } catch (const swiftpatch::RuntimeError& error) {
+        answer.answered = false;
+        answer.problem = chain.Fault() == TransferFault::kNone
+                             ? error.Description()
+                             : swiftpatch::TransferFaultText(chain.Fault());
+    }
+    answer.address = swiftpatch::UrlOf(chain.Address());
+    answer.redirected = chain.Length() != 0;
     return answer;
 }
 

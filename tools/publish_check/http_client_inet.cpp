@@ -3,6 +3,7 @@
 #include "runtime/events.h"
 #include "runtime/inet.h"
 #include "runtime/runtime_error.h"
+#include "shared/transfer_fault.h"
 
 namespace publish_check {
 namespace {
@@ -19,28 +20,17 @@ bool HasFields(const std::string& headers) { return headers.find(':') != std::st
 struct HttpClient::Session {
     Session();
 
-    void Note(int state);
     void Wait();
-    std::int32_t ErrorNumber() const;
+    std::string Problem() const;
     void ReadBody(Answer& answer);
 
     swiftpatch::Inet inet{"Inet"};
     int lastState = 0;
-    bool responded = false;   ///< Something came back to the request.
-    bool redirected = false;  ///< The platform then asked once more.
 };
 
 HttpClient::Session::Session() {
     inet.RequestTimeout = kLongestSilence;
-    inet.StateChanged = [this](int state) { Note(state); };
-}
-
-/// A request that is sent again without having been answered went over a connection that the server
-/// had closed meanwhile; that is no redirect.
-void HttpClient::Session::Note(int state) {
-    lastState = state;
-    redirected = redirected || (responded && state == inet_state::kRequesting);
-    responded = responded || state == inet_state::kResponseReceived;
+    inet.StateChanged = [this](int state) { lastState = state; };
 }
 
 void HttpClient::Session::Wait() {
@@ -50,9 +40,14 @@ void HttpClient::Session::Wait() {
 }
 
 /// Of a request without an answer.
-std::int32_t HttpClient::Session::ErrorNumber() const {
-    return lastState == inet_state::kError ? inet.ResponseCode()
-                                           : swiftpatch::error_number::kRequestFailed;
+std::string HttpClient::Session::Problem() const {
+    if (inet.Fault() != swiftpatch::TransferFault::kNone) {
+        return swiftpatch::TransferFaultText(inet.Fault());
+    }
+    return swiftpatch::RuntimeError(lastState == inet_state::kError
+                                        ? inet.ResponseCode()
+                                        : swiftpatch::error_number::kRequestFailed)
+        .Description();
 }
 
 void HttpClient::Session::ReadBody(Answer& answer) {
@@ -76,7 +71,6 @@ HttpClient::~HttpClient() = default;
 
 Answer HttpClient::Ask(const std::string& verb, const std::string& url) {
     swiftpatch::Inet& inet = session_->inet;
-    session_->responded = session_->redirected = false;
     Answer answer;
     try {
         inet.Execute(url, verb);
@@ -88,12 +82,13 @@ Answer HttpClient::Ask(const std::string& verb, const std::string& url) {
     answer.headers = inet.GetHeader();
     answer.answered = HasFields(answer.headers);
     if (!answer.answered) {
-        answer.problem = swiftpatch::RuntimeError(session_->ErrorNumber()).Description();
+        answer.problem = session_->Problem();
         inet.Cancel();
         return answer;
     }
     answer.status = inet.ResponseCode();
-    answer.redirected = session_->redirected;
+    answer.redirected = inet.Redirected();
+    answer.address = inet.Address();
     if (verb == "GET") {
         session_->ReadBody(answer);
     }

@@ -1,5 +1,6 @@
 #include "publish_check/live_server.h"
 
+#include <ctime>
 #include <stdexcept>
 
 #include "publish_check/field_machine.h"
@@ -11,14 +12,13 @@
 namespace publish_check {
 namespace {
 
-std::string UrlOf(const std::string& url) {
+std::string FullUrl(const std::string& url) {
     try {
-        const swiftpatch::HttpAddress address = swiftpatch::ParseHttpAddress(url);
-        return "http://" + address.host + ":" + std::to_string(address.port) + address.path;
+        return swiftpatch::UrlOf(swiftpatch::ParseHttpAddress(url));
     } catch (const swiftpatch::RuntimeError&) {
         throw std::runtime_error("\"" + url +
                                  "\" is no address that an updater can use: it speaks "
-                                 "plain http only");
+                                 "http and https only");
     }
 }
 
@@ -29,14 +29,16 @@ ServerState ReadLiveServer(const std::string& address) {
     state.address = FolderFromDataFile(address);
     const std::string folder = state.address;
     HttpClient client;
-    state.build.head = client.Ask("HEAD", UrlOf(folder + swiftpatch::kStagedBuild));
-    state.licence.head = client.Ask("HEAD", UrlOf(folder + swiftpatch::kLicenceText));
+    state.build.head = client.Ask("HEAD", FullUrl(folder + swiftpatch::kStagedBuild));
+    state.licence.head = client.Ask("HEAD", FullUrl(folder + swiftpatch::kLicenceText));
     if (!state.build.head.answered && !state.licence.head.answered) {
         throw std::runtime_error("no answer from " + folder + ": " + state.build.head.problem);
     }
-    state.animation.head = client.Ask("HEAD", UrlOf(folder + swiftpatch::kBusyAnimation));
-    state.build.get = client.Ask("GET", UrlOf(folder + swiftpatch::kStagedBuild));
-    state.animation.get = client.Ask("GET", UrlOf(folder + swiftpatch::kBusyAnimation));
+    state.buildPastCaches = client.Ask("HEAD", FullUrl(folder + swiftpatch::kStagedBuild) + "?" +
+                                                   std::to_string(std::time(nullptr)));
+    state.animation.head = client.Ask("HEAD", FullUrl(folder + swiftpatch::kBusyAnimation));
+    state.build.get = client.Ask("GET", FullUrl(folder + swiftpatch::kStagedBuild));
+    state.animation.get = client.Ask("GET", FullUrl(folder + swiftpatch::kBusyAnimation));
     return state;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 namespace publish_check {
@@ -11,7 +13,10 @@ struct Answer {
     int status = 0;
     std::string headers;  ///< Status line and fields, each ended by CR LF.
     std::string body;     ///< Of an answer to GET, as far as it came.
+    std::string address;  ///< Where it came from in the end, after redirects.
     bool redirected = false;
+    /// Until the certificate of an https server ends.
+    std::optional<std::int64_t> certificateDays;
     bool closed = false;  ///< The body ended with its connection, before it was all there.
 };
 
@@ -27,7 +32,8 @@ struct PublishedFile {
 struct ServerState {
     std::string address;  ///< What the data file beside an updater names; ends in "/".
     PublishedFile build;
-    PublishedFile licence;  ///< Is never fetched: only its head counts.
+    Answer buildPastCaches;  ///< To HEAD of an address that no cache can have seen.
+    PublishedFile licence;   ///< Is never fetched: only its head counts.
     PublishedFile animation;
 };
 
