@@ -26,6 +26,16 @@ bool TakePath(const std::string& argument, const std::string& name, fs::path& pa
     return true;
 }
 
+// The same for a text.
+bool TakeText(const std::string& argument, const std::string& name, std::string& text) {
+    const std::string beginning = "--" + name + "=";
+    if (!BeginsWith(argument, beginning)) {
+        return false;
+    }
+    text = argument.substr(beginning.size());
+    return true;
+}
+
 // The same for a whole number.
 template <class Number>
 bool TakeNumber(const std::string& argument, const std::string& name, Number& number) {
@@ -56,6 +66,8 @@ Options ReadOptions(int count, char** arguments) {
                    !TakePath(argument, "scenarios", options.scenarios) &&
                    !TakePath(argument, "package", options.package) &&
                    !TakePath(argument, "scratch", options.scratch) &&
+                   !TakeText(argument, "server", options.server) &&
+                   !TakeText(argument, "proxy", options.proxy) &&
                    !TakeNumber(argument, "kills", options.kills) &&
                    !TakeNumber(argument, "installs", options.installs) &&
                    !TakeNumber(argument, "monkey", options.monkeySeconds) &&

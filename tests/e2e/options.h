@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 namespace swiftpatch::e2e {
 
@@ -11,6 +12,8 @@ struct Options {
     std::filesystem::path scenarios;  ///< The folder of the scenario tables.
     std::filesystem::path package;    ///< The folder of the unpacked package.
     std::filesystem::path scratch;    ///< A folder to work in.
+    std::string server;               ///< The server folder of a single run; empty for none.
+    std::string proxy;                ///< The proxy of that run, "[user:password@]host:port".
     bool automatic = false;           ///< The demonstration presses the buttons itself.
     int kills = 10;                   ///< How often the updater is ended by force.
     int installs = 5;                 ///< How many installs others look at and disturb.
@@ -19,9 +22,9 @@ struct Options {
 };
 
 /// Reads --updater=FILE, --fixtures=FOLDER, --scenarios=FOLDER, --package=FOLDER,
-/// --scratch=FOLDER, --auto, --kills=N, --installs=N, --monkey=SECONDS and --seed=N; what is not
-/// given is looked for around the driver itself, as the build leaves it. Throws DriveError for
-/// anything else.
+/// --scratch=FOLDER, --server=ADDRESS, --proxy=ADDRESS, --auto, --kills=N, --installs=N,
+/// --monkey=SECONDS and --seed=N; what is not given is looked for around the driver itself, as the
+/// build leaves it. Throws DriveError for anything else.
 Options ReadOptions(int count, char** arguments);
 
 /// The sample main program of a version, or the one without a version block ("none").
