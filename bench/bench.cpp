@@ -23,6 +23,7 @@ struct Row {
 };
 
 const std::array kRows{Row{"download", MeasureDownload},
+                       Row{"secure", MeasureSecureDownload},
                        Row{"memory", MeasureMemory},
                        Row{"throttled", MeasureThrottled},
                        Row{"requests", MeasureRequests},
@@ -46,6 +47,7 @@ void Measure(int argc, char** argv) {
     }
     const Options options =
         swiftpatch::e2e::ReadOptions(static_cast<int>(forOptions.size()), forOptions.data());
+    swiftpatch::e2e::TestOptions() = options;
     for (const Row& row : kRows) {
         if (IsAsked(asked, row.name)) {
             row.measure(options);

@@ -16,6 +16,8 @@ ROWS = [
      "below 1", lambda figure: figure < 1),
     ("download-library", "256 MiB download, time", "URLDownloadToFile", "{:.2f}",
      "below 1", lambda figure: figure < 1),
+    ("download-secure", "256 MiB download over https, time", "loop of 64 KiB reads", "{:.2f}",
+     "at most 1.05", lambda figure: figure <= 1.05),
     ("throttled-wall", "16 MiB at 2 MiB/s, time", "the server's own time", "{:.3f}",
      "at most 1.02", lambda figure: figure <= 1.02),
     ("throttled-processor", "16 MiB at 2 MiB/s, processor", "one core", "{:.1f} %",

@@ -1,11 +1,13 @@
 // The rows about what comes over the wire.
 #include <algorithm>
+#include <cstdint>
 #include <optional>
 #include <set>
 
 #include "e2e/drive_error.h"
 #include "e2e/http_server.h"
 #include "e2e/text.h"
+#include "e2e/tls_front.h"
 #include "measure.h"
 
 namespace swiftpatch::bench {
@@ -20,19 +22,27 @@ constexpr int kLargeMegabytes = 256;
 // The server as a process of its own, so that it does not share the time of what is measured.
 class FarServer {
 public:
-    explicit FarServer(const Options& options) : addressFile_(options.scratch / "server.txt") {
+    enum class Scheme { kHttp, kHttps };
+
+    explicit FarServer(const Options& options, Scheme scheme = Scheme::kHttp)
+        : addressFile_(options.scratch / "server.txt") {
         fs::remove(addressFile_);
         process_.emplace(options.fixtures.parent_path() / "bench_server.exe", Quoted(addressFile_));
         Await(
             "the server", [this] { return !Address().empty(); }, kLongestStage);
+        if (scheme == Scheme::kHttps) {
+            TrustOwnAuthority();
+            const std::string address = Address();
+            const auto port = std::stoul(address.substr(address.rfind(':') + 1));
+            front_.emplace(static_cast<std::uint16_t>(port), "good");
+        }
     }
 
     std::string Folder(int megabytes) const {
-        return Address() + "/" + std::to_string(megabytes) + "/";
+        const std::string host = front_ ? "https://" + front_->Host() : "http://" + Address();
+        return host + "/" + std::to_string(megabytes) + "/";
     }
-    std::wstring Url(int megabytes) const {
-        return L"http://" + Wide(Folder(megabytes)) + L"tolvex30.exe";
-    }
+    std::wstring Url(int megabytes) const { return Wide(Folder(megabytes)) + L"tolvex30.exe"; }
 
 private:
     std::string Address() const {
@@ -42,6 +52,7 @@ private:
 
     fs::path addressFile_;
     std::optional<Process> process_;
+    std::optional<TlsFront> front_;
 };
 
 struct Download {
@@ -138,6 +149,20 @@ void MeasureDownload(const Options& options) {
     PrintFigure("download-processor", Median(processor));
     PrintFigure("download-small-reads", Median(smallReads));
     PrintFigure("download-library", Median(library));
+}
+
+void MeasureSecureDownload(const Options& options) {
+    const FarServer server(options, FarServer::Scheme::kHttps);
+    std::vector<double> wall;
+    for (int run = 1; run <= kRuns; ++run) {
+        const Cost plain = ByPlain(options, server, L"read 65536");
+        const Cost product = ByProduct(options, server, kLargeMegabytes).cost;
+        PrintRun("the same over https, seconds (processor): 64 KiB loop %.2f (%.2f), swiftpatch "
+                 "%.2f (%.2f)",
+                 plain.seconds, plain.processor, product.seconds, product.processor);
+        wall.push_back(product.seconds / plain.seconds);
+    }
+    PrintFigure("download-secure", Median(wall));
 }
 
 void MeasureMemory(const Options& options) {
