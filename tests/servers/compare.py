@@ -91,7 +91,7 @@ def running(server, place):
 def ask_publish_check(address, proxy):
     environment = dict(os.environ, SSL_CERT_FILE=str(CERTIFICATES / "authority.pem"))
     if proxy:
-        environment["http_proxy"] = environment["https_proxy"] = f"http://{proxy}"
+        environment["http_proxy"] = environment["https_proxy"] = proxy if "//" in proxy else f"http://{proxy}"
     # Without the shell's own: what is on this machine is asked directly.
     environment["no_proxy"] = ""
     done = subprocess.run([CHECK, address, "--installed", "3.0.11.0", "--json"], env=environment,

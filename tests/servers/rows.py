@@ -138,8 +138,14 @@ pid-file: $run/pid
 hosts:
   "localhost":
     listen:
-      - {host: 127.0.0.1, port: $http}
-      - {host: 127.0.0.1, port: $https, ssl: {certificate-file: $certificate, key-file: $certificate}}
+      host: 127.0.0.1
+      port: $http
+    listen:
+      host: 127.0.0.1
+      port: $https
+      ssl:
+        certificate-file: $certificate
+        key-file: $certificate
     paths:
       "/":
         file.dir: $www
@@ -266,7 +272,7 @@ ROWS += [
     Row("squid-logon", "https, no logon", BEHIND_HTTPS, "no-connection", proxy=PROXY,
         report="proxy server wants a logon"),
     Row("squid-logon", "http, with the logon in the settings", BEHIND,
-        proxy="$user:$password@" + PROXY),
+        proxy="http://$user:$password@" + PROXY),
     Row("squid-logon", "https, with the logon in the settings", BEHIND_HTTPS,
-        proxy="$user:$password@" + PROXY),
+        proxy="http://$user:$password@" + PROXY),
 ]

@@ -154,7 +154,8 @@ void CheckDate(const ServerState& state, DateTime now, Findings& findings) {
     if (text.empty()) {
         findings.Fault("no-date",
                        "The answer to HEAD has no Last-modified: updaters that have "
-                       "fetched a build before never fetch this one.");
+                       "fetched a build before never fetch this one. lighttpd needs a type for "
+                       ".exe in mimetype.assign, the serve of npm the option --no-etag.");
     } else if (!date) {
         findings.Fault("bad-date", "The updater cannot read the Last-modified \"" + text +
                                        "\": updaters that have fetched a build before never "
