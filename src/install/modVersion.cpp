@@ -25,9 +25,14 @@ void ReportNoVersion(const std::string& path) {
 }  // namespace
 
 FileVersionRecord GetFileVersion(const std::string& path) {
-    const std::uint32_t size = GetFileVersionInfoSizeA(path);
+    std::uint32_t size = GetFileVersionInfoSizeA(path);
     if (size == 0) {
+        const bool unread = FileIsHeld(path);
         ReportNoVersion(path);
+        // A file that nobody could read may be a whole build: it is looked at again before it goes.
+        size = unread ? GetFileVersionInfoSizeA(path) : 0;
+    }
+    if (size == 0) {
         if (FileExists(path)) {
             Kill(path);
         }

@@ -23,6 +23,9 @@ bool HighContrast();
 /// seconds for another process that lets nobody read the file. Does not pump.
 std::uint32_t GetFileVersionInfoSizeA(const std::string& path);
 
+/// True while another process lets nobody read the file. Does not pump.
+bool FileIsHeld(const std::string& path);
+
 /// Reads the version information into `buffer`, sized by its caller. False when that fails.
 bool GetFileVersionInfoA(const std::string& path, std::vector<std::uint8_t>& buffer);
 

@@ -6,12 +6,13 @@
 
 namespace swiftpatch::e2e {
 
-/// Keeps a file open so that others may read it, but neither write nor delete it.
+/// Keeps a file open so that others may read it, but neither write nor delete it; with no share,
+/// that they may not even read it.
 class HeldFile {
 public:
-    explicit HeldFile(const std::filesystem::path& path)
-        : handle_(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                              0, nullptr)) {}
+    explicit HeldFile(const std::filesystem::path& path, DWORD share = FILE_SHARE_READ)
+        : handle_(
+              CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr)) {}
     ~HeldFile() { CloseHandle(handle_); }
     HeldFile(const HeldFile&) = delete;
     HeldFile& operator=(const HeldFile&) = delete;

@@ -1,6 +1,8 @@
 #include <atomic>
+#include <optional>
 #include <set>
 #include <thread>
+#include <utility>
 
 #include "e2e/held_file.h"
 #include "e2e/shell_below.h"
@@ -58,6 +60,25 @@ TEST_F(InstallFaults, ProgramFileInUseIsReportedAndTheRunFinishesAllTheSame) {
     ExpectFinished("3.00.11.00");
     CloseQuietly();
     ExpectFiles({"created tolvex.3.00.11.00.exe"});
+}
+
+// Whoever holds the program all through the install lets go while the last box says that it is
+// about to be deleted.
+TEST_F(InstallFaults, ProgramThatNobodyCouldReadIsNotTakenForCorrupt) {
+    StartToOffer("3.0.11.0");
+    updater_->Press(kCmdInstall);
+    const Box backup = updater_->AwaitMessageBox(kSoon);
+    std::optional<HeldFile> held(std::in_place, folder_->File("tolvex.exe"), 0UL);
+    updater_->Answer(backup, IDOK);
+    AnswerBox("tolvex.exe backup File Copy Error: 70\r\nPermission denied", IDOK);
+    AnswerBox("tolvex30.exe to tolvex.exe File Copy Error: 70\r\nPermission denied", IDOK);
+    const Box corrupt = updater_->AwaitMessageBox(kSoon);
+    EXPECT_NE(corrupt.text.find("The file is probably corrupt."), std::string::npos);
+    held.reset();
+    updater_->Answer(corrupt, IDOK);
+    ExpectFinished("3.00.11.00");
+    CloseQuietly();
+    ExpectFiles({});
 }
 
 TEST_F(InstallFaults, FolderMayBeTheRootOfADrive) {

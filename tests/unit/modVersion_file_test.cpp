@@ -106,11 +106,20 @@ TEST_F(modVersionOfAFile, ThatIsHeldForAMomentIsWaitedFor) {
 }
 
 TEST_F(modVersionOfAFile, ThatStaysHeldIsWaitedForTwoSeconds) {
-    world.AddFile("tolvex.exe", headless::Build("3.0.12.5", 100)).lockedUntil = 2100;
-    world.user.Answer("The file is probably corrupt.");
+    world.AddFile("tolvex.exe", headless::Build("3.0.12.5", 100)).lockedUntil = 100000;
+    world.user.Answer("The file is probably corrupt.", MsgBoxAnswer::kOk,
+                      [this] { EXPECT_EQ(world.uptime, 2000); });
     world.user.Answer("Run-time error '75'");
     Read("tolvex.exe");
-    EXPECT_EQ(world.uptime, 2000);
+    EXPECT_NE(world.disk.Find(world.PathOf("tolvex.exe")), nullptr);
+}
+
+TEST_F(modVersionOfAFile, ThatIsLetGoWhileTheBoxIsOpenIsReadAndNotDeleted) {
+    headless::File& file = world.AddFile("tolvex.exe", headless::Build("3.0.12.5", 100));
+    file.lockedUntil = 100000;
+    world.user.Answer("The file is probably corrupt.", MsgBoxAnswer::kOk,
+                      [&file] { file.lockedUntil = 0; });
+    EXPECT_EQ(Read("tolvex.exe").ProductVersion, "3.00.12.05");
     EXPECT_NE(world.disk.Find(world.PathOf("tolvex.exe")), nullptr);
 }
 

@@ -55,6 +55,11 @@ std::uint32_t GetFileVersionInfoSizeA(const std::string& path) {
     return VersionIn(path).empty() ? 0 : kFixedBlockSize;
 }
 
+bool FileIsHeld(const std::string& path) {
+    const headless::File* const file = TheWorld().disk.Find(path);
+    return file != nullptr && file->lockedUntil > TheWorld().uptime;
+}
+
 bool GetFileVersionInfoA(const std::string& path, std::vector<std::uint8_t>& buffer) {
     if (TheWorld().machine.versionReadFails) {
         return false;

@@ -27,16 +27,24 @@ const VersionLibrary& Version() {
     return library;
 }
 
+UniqueFile OpenToRead(const std::string& path) {
+    return UniqueFile(::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
 /// Whoever is told that a file has no version information takes it for damaged: that must not
 /// happen to one that a virus scanner or an indexer has in hand.
 void WaitUntilReadable(const std::string& path) {
     WaitOutHold([&path] {
-        const UniqueFile file(::CreateFileA(path.c_str(), GENERIC_READ,
-                                            FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-        const DWORD error = file ? ERROR_SUCCESS : ::GetLastError();
-        return error == ERROR_SHARING_VIOLATION ? error : ERROR_SUCCESS;
+        return static_cast<DWORD>(FileIsHeld(path) ? ERROR_SHARING_VIOLATION : ERROR_SUCCESS);
     });
+}
+
+/// A damaged file can name any size. The system asks for some more than what lies in the file.
+bool FitsInto(const std::string& path, DWORD size) {
+    const UniqueFile file = OpenToRead(path);
+    const DWORD length = file ? ::GetFileSize(file.Get(), nullptr) : INVALID_FILE_SIZE;
+    return length == INVALID_FILE_SIZE || size / 2 <= length;
 }
 
 }  // namespace
@@ -61,7 +69,12 @@ bool HighContrast() {
 std::uint32_t GetFileVersionInfoSizeA(const std::string& path) {
     WaitUntilReadable(path);
     DWORD unused = 0;
-    return Version().GetFileVersionInfoSizeA(path.c_str(), &unused);
+    const DWORD size = Version().GetFileVersionInfoSizeA(path.c_str(), &unused);
+    return FitsInto(path, size) ? size : 0;
+}
+
+bool FileIsHeld(const std::string& path) {
+    return !OpenToRead(path) && ::GetLastError() == ERROR_SHARING_VIOLATION;
 }
 
 bool GetFileVersionInfoA(const std::string& path, std::vector<std::uint8_t>& buffer) {
@@ -78,7 +91,9 @@ bool VerQueryValueA(const std::vector<std::uint8_t>& buffer, const std::string& 
         return false;
     }
     value = std::span(static_cast<const std::uint8_t*>(start), size);
-    return true;
+    // The sizes in a damaged block lead out of it.
+    return value.data() >= buffer.data() && size <= buffer.size() &&
+           value.data() + size <= buffer.data() + buffer.size();
 }
 
 void ShellExecuteA(const std::string& verb, const std::string& file, int showCommand) {
