@@ -42,6 +42,33 @@ INSTANTIATE_TEST_SUITE_P(
         BadLength{"BelowTheSmallestBuild", [](Reply& reply) { reply.contentLength = "79999"; }}),
     [](const auto& parameter) { return parameter.param.name; });
 
+class Logon : public UpdateRun {};
+
+// A server can say that it is a proxy, and then ask who the user is.
+TEST_F(Logon, IsNeverGivenToAServer) {
+    Publish("3.0.12.5");
+    for (const char* target : {kBuildTarget, kLicenceTarget}) {
+        Reply proxy;
+        proxy.statusLine = "HTTP/1.1 407 Proxy Authentication Required";
+        proxy.headers = {"Proxy-Authenticate: Basic realm=\"tests\""};
+        server_.Once("HEAD", target, proxy);
+        Reply server;
+        server.statusLine = "HTTP/1.1 401 Unauthorized";
+        server.headers = {"WWW-Authenticate: Basic realm=\"tests\""};
+        server_.Once("HEAD", target, server);
+    }
+    Install("3.0.11.0");
+    StartToMainWindow();
+    AnswerFailure("No Connection",
+                  "\r\nNo connection to the q-tolvex update server.\r\n\r\n"
+                  "Please check your internet connection and try again later.");
+    CloseQuietly();
+    for (const Request& request : server_.Requests()) {
+        EXPECT_EQ(request.head.find("uthorization:"), std::string::npos) << request.head;
+    }
+    ExpectRequests({"HEAD tolvex30.exe", "HEAD LICENSE.TXT"});
+}
+
 struct BadDate {
     const char* name;
     std::optional<std::string> value;

@@ -15,6 +15,13 @@ constexpr DWORD kRequestFlags = INTERNET_FLAG_RELOAD | INTERNET_FLAG_NO_CACHE_WR
 // What a server is told that asks for a logon where one is allowed for the sake of the proxy.
 constexpr char kNobody[] = "anonymous";
 
+/// 0 where the system does not know it.
+DWORD OptionOf(HINTERNET request, DWORD option) {
+    DWORD value = 0;
+    DWORD size = sizeof(value);
+    return WinInet().InternetQueryOptionA(request, option, &value, &size) ? value : 0;
+}
+
 DWORD WINAPI CloseHandleHere(void* handle) {
     WinInet().InternetCloseHandle(handle);
     return 0;
@@ -64,6 +71,14 @@ std::int32_t StatusCode(HINTERNET request) {
     WinInet().HttpQueryInfoA(request, HTTP_QUERY_STATUS_CODE | HTTP_QUERY_FLAG_NUMBER, &status,
                              &size, nullptr);
     return static_cast<std::int32_t>(status);
+}
+
+bool IsProxyAskingForLogon(HINTERNET request) {
+    const bool viaProxy =
+        (OptionOf(request, INTERNET_OPTION_REQUEST_FLAGS) & INTERNET_REQFLAG_VIA_PROXY) != 0;
+    // What comes over TLS comes from the server, which the proxy has let through before.
+    return StatusCode(request) == HTTP_STATUS_PROXY_AUTH_REQ && viaProxy &&
+           OptionOf(request, INTERNET_OPTION_SECURITY_KEY_BITNESS) == 0;
 }
 
 std::string RawHeaders(HINTERNET request) {

@@ -25,6 +25,10 @@ HINTERNET OpenConnection(HINTERNET session, const HttpAddress& address, Logon lo
 HINTERNET OpenRequest(HINTERNET connection, const std::string& verb, const HttpAddress& address,
                       Logon logon, Exchange& exchange);
 
+/// True for an answer that asks for a logon to the proxy (status 407) and that a proxy gave. A
+/// server can send that status too, to be told who the user is.
+bool IsProxyAskingForLogon(HINTERNET request);
+
 /// The answer's status code, 0 where there was none; and all its headers.
 std::int32_t StatusCode(HINTERNET request);
 std::string RawHeaders(HINTERNET request);

@@ -222,7 +222,7 @@ void InetTransport::Request::OnAnswered(DWORD error) {
     if (status == 0) {
         // A connection that is lost before the answer is a success to some platforms.
         owner_.OnFailed(number_, TransferErrorNumber(error, false), TransferFaultOf(error));
-    } else if (status == HTTP_STATUS_PROXY_AUTH_REQ && logon_ == Logon::kNone) {
+    } else if (logon_ == Logon::kNone && IsProxyAskingForLogon(handle_.Get())) {
         LogOnToProxy();
     } else {
         exchange_->HushStates();
@@ -230,8 +230,8 @@ void InetTransport::Request::OnAnswered(DWORD error) {
     }
 }
 
-/// Only where it is asked for, and from then on: a system that may log on to the proxy needs to be
-/// kept from logging on to the server.
+/// Only where a proxy asks for it, and from then on: a system that may log on to the proxy needs to
+/// be kept from logging on to the server.
 void InetTransport::Request::LogOnToProxy() {
     Close();
     logon_ = Logon::kProxy;

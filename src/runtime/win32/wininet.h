@@ -17,6 +17,8 @@ struct WinInetLibrary {
     LateFunction<decltype(&::InternetGetConnectedStateExA)> InternetGetConnectedStateExA{
         library, "InternetGetConnectedStateExA"};
     LateFunction<decltype(&::InternetOpenA)> InternetOpenA{library, "InternetOpenA"};
+    LateFunction<decltype(&::InternetQueryOptionA)> InternetQueryOptionA{library,
+                                                                         "InternetQueryOptionA"};
     LateFunction<decltype(&::InternetReadFileExA)> InternetReadFileExA{library,
                                                                        "InternetReadFileExA"};
     LateFunction<decltype(&::InternetSetOptionA)> InternetSetOptionA{library, "InternetSetOptionA"};
