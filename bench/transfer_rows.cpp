@@ -157,9 +157,10 @@ void MeasureSecureDownload(const Options& options) {
     for (int run = 1; run <= kRuns; ++run) {
         const Cost plain = ByPlain(options, server, L"read 65536");
         const Cost product = ByProduct(options, server, kLargeMegabytes).cost;
-        PrintRun("the same over https, seconds (processor): 64 KiB loop %.2f (%.2f), swiftpatch "
-                 "%.2f (%.2f)",
-                 plain.seconds, plain.processor, product.seconds, product.processor);
+        PrintRun(
+            "the same over https, seconds (processor): 64 KiB loop %.2f (%.2f), swiftpatch "
+            "%.2f (%.2f)",
+            plain.seconds, plain.processor, product.seconds, product.processor);
         wall.push_back(product.seconds / plain.seconds);
     }
     PrintFigure("download-secure", Median(wall));
