@@ -159,7 +159,9 @@ void Inet::OnAnswer(std::uint32_t request, std::int32_t status, std::string head
     executing_ = false;  // From here on a failure is one of the body, and no longer state 11.
     headers_ = std::move(headers);
     responseCode_ = status;
-    fault_ = status == kProxyLogonRequired ? TransferFault::kProxyLogon : TransferFault::kNone;
+    if (status == kProxyLogonRequired) {
+        fault_ = TransferFault::kProxyLogon;
+    }
     if (verb_ == "GET") {
         body_ = true;
         ReadAhead();
@@ -169,6 +171,7 @@ void Inet::OnAnswer(std::uint32_t request, std::int32_t status, std::string head
     Finish(inet_state::kResponseCompleted);
 }
 
+/// True for an answer that is a redirect: the request has gone on to the other address, or failed.
 bool Inet::Follow(std::int32_t status, const std::string& headers) {
     try {
         const bool follow = chain_->Follow(status, headers);

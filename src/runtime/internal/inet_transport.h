@@ -22,7 +22,8 @@ public:
     InetTransport& operator=(const InetTransport&) = delete;
 
     /// Sends `verb` to `address`, past every cache, without cookies, on the connection of the
-    /// request before where the server kept it open. Reports states, then OnAnswer or OnFailed.
+    /// request before where the server kept it open. Follows no redirect. Reports states, then
+    /// OnAnswer or OnFailed.
     /// Raises 35756 when it cannot even be started.
     void Open(std::uint32_t request, const HttpAddress& address, const std::string& verb);
 

@@ -97,21 +97,25 @@ constexpr std::array kTransferErrors{
     Untrusted(ERROR_INTERNET_CLIENT_AUTH_CERT_NEEDED, TransferFault::kSecureChannel),
 };
 
+/// Null for an error that no row is about.
+template <class Rows>
+const typename Rows::value_type* RowOf(const Rows& rows, DWORD systemError) {
+    const auto row = std::find_if(rows.begin(), rows.end(), [systemError](const auto& each) {
+        return each.systemError == systemError;
+    });
+    return row == rows.end() ? nullptr : &*row;
+}
+
 TransferErrorRow TransferErrorOf(DWORD systemError) {
-    const auto* row = std::find_if(
-        kTransferErrors.begin(), kTransferErrors.end(),
-        [systemError](const TransferErrorRow& each) { return each.systemError == systemError; });
-    return row == kTransferErrors.end() ? TransferErrorRow{systemError, number::kRequestFailed}
-                                        : *row;
+    const auto* const row = RowOf(kTransferErrors, systemError);
+    return row == nullptr ? TransferErrorRow{systemError, number::kRequestFailed} : *row;
 }
 
 }  // namespace
 
 void RaiseFileError(DWORD systemError, FileAction action) {
-    const auto* row = std::find_if(
-        kFileErrors.begin(), kFileErrors.end(),
-        [systemError](const FileErrorRow& each) { return each.systemError == systemError; });
-    if (row == kFileErrors.end()) {
+    const auto* const row = RowOf(kFileErrors, systemError);
+    if (row == nullptr) {
         throw RuntimeError(number::kDeviceIoError);
     }
     switch (action) {

@@ -16,7 +16,7 @@ namespace swiftpatch {
 /// InternetCloseHandle has returned.
 class Exchange {
 public:
-    /// wParam is the request's number. lParam: one of inet_state.
+    /// wParam is the exchange's number. lParam: one of inet_state.
     static constexpr UINT kStateMessage = WM_APP + 1;
     /// Posted by the transport to itself too. lParam: an error of the system, or 0.
     static constexpr UINT kCompletedMessage = WM_APP + 2;

@@ -65,7 +65,7 @@ public:
     void Close();
 
 private:
-    /// What a message of the transfer says: of which request, and what.
+    /// What a message of the transfer says: of which exchange, and what.
     struct Report {
         UINT message;
         WPARAM number;
@@ -89,12 +89,12 @@ private:
     UniqueInternet connection_;
     std::string server_;          ///< Host and port of the connection.
     Logon logon_ = Logon::kNone;  ///< kProxy once a proxy has asked for one.
-    std::uint32_t number_ = 0;
+    std::uint32_t number_ = 0;    ///< The owner's, of the request.
+    DWORD exchanges_ = 0;         ///< Up to now: each has a number of its own.
     HttpAddress address_;
     std::string verb_;
     UniqueInternet handle_;
     Exchange* exchange_ = nullptr;
-    bool headersOnly_ = false;      ///< The answer has no body.
     std::optional<InetBody> body_;  ///< Once the request has been answered.
     std::deque<Report> reports_;    ///< Those that came while events were held, in their order.
 };
@@ -124,14 +124,13 @@ void InetTransport::Request::Send(std::uint32_t number, const HttpAddress& addre
 
 void InetTransport::Request::Start() {
     Connect();
-    exchange_ = new Exchange(window_.Get(), number_);
+    exchange_ = new Exchange(window_.Get(), ++exchanges_);
     handle_.Reset(OpenRequest(connection_.Get(), verb_, address_, logon_, *exchange_));
     if (!handle_) {
         exchange_->Release();  // For the handle that never was.
         Close();
         throw RuntimeError(error_number::kRequestFailed);
     }
-    headersOnly_ = verb_ == "HEAD";
     ::SetTimer(window_.Get(), kClockTimer, kClockInterval, nullptr);
     const BOOL done = WinInet().HttpSendRequestA(handle_.Get(), nullptr, 0, nullptr, 0);
     const DWORD error = done ? ERROR_SUCCESS : ::GetLastError();
@@ -150,7 +149,7 @@ void InetTransport::Request::Connect() {
 
 void InetTransport::Request::Close() {
     ::KillTimer(window_.Get(), kClockTimer);
-    const bool read = headersOnly_ || (body_ && body_->AtEnd());
+    const bool read = verb_ == "HEAD" || (body_ && body_->AtEnd());
     if (handle_ && !read) {
         CloseUnread(handle_.Release());
     }
@@ -201,14 +200,14 @@ void InetTransport::Request::PassOnReports() {
 }
 
 void InetTransport::Request::PassOn(const Report& report) {
-    // What is left of a request that was replaced or closed is dropped by its number.
+    // What is left of an exchange that was replaced or closed is dropped by its number.
     if (exchange_ == nullptr || exchange_->Number() != report.number) {
         return;
     }
     if (report.message == Exchange::kStateMessage) {
-        owner_.OnState(report.number, static_cast<int>(report.value));
+        owner_.OnState(number_, static_cast<int>(report.value));
     } else if (report.message == Exchange::kWorkMessage) {
-        owner_.OnWork(report.number);
+        owner_.OnWork(number_);
     } else if (body_) {
         PassOnBody(static_cast<DWORD>(report.value));
     } else {
