@@ -132,8 +132,6 @@ WarmMemory::WarmMemory(int megabytes) {
     }
 }
 
-std::wstring Quoted(const fs::path& path) { return L"\"" + path.native() + L"\""; }
-
 void Furnish(const AppFolder& folder, const Options& options, const std::string& server,
              const std::string& moreSettings) {
     folder.Write("tolvex.exe", MainProgram(options, kInstalled));

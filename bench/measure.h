@@ -51,9 +51,6 @@ void PrintFigure(const std::string& row, double figure);
 /// says that took.
 Cost RunPlain(const e2e::Options& options, const std::wstring& arguments);
 
-/// "NAME" of a file in the scratch folder, as an argument of a program.
-std::wstring Quoted(const std::filesystem::path& path);
-
 /// Puts what a run needs into an application folder: the installed main program, the animation, and
 /// settings that name the server's folder.
 void Furnish(const e2e::AppFolder& folder, const e2e::Options& options, const std::string& server,

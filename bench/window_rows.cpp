@@ -4,6 +4,7 @@
 
 #include "e2e/drive_error.h"
 #include "e2e/http_server.h"
+#include "e2e/text.h"
 #include "measure.h"
 
 namespace swiftpatch::bench {

@@ -187,9 +187,7 @@ TEST_F(Check, ServerThatIsDownIsNoConnection) {
     folder_->WriteSettings(nobody.Host() + "/upd/");
     Install("3.0.11.0");
     StartToMainWindow();
-    AnswerFailure("No Connection",
-                  "\r\nNo connection to the q-tolvex update server.\r\n\r\n"
-                  "Please check your internet connection and try again later.");
+    AnswerNoConnection();
     ExpectStopped();
     EXPECT_EQ(updater_->Text(kLblAnimationMsg), "No connection to the q-tolvex update server.");
     EXPECT_FALSE(updater_->Visible(kCmdRetry));

@@ -30,9 +30,7 @@ std::string Noise(std::size_t size) {
 class DataFileRun : public UpdateRun {
 protected:
     void ExpectNoConnection() {
-        AnswerFailure("No Connection",
-                      "\r\nNo connection to the q-tolvex update server.\r\n\r\n"
-                      "Please check your internet connection and try again later.");
+        AnswerNoConnection();
         ExpectStopped();
         Close();
         ExpectFiles({});

@@ -7,10 +7,6 @@
 namespace swiftpatch::e2e {
 namespace {
 
-constexpr char kNoConnection[] =
-    "\r\nNo connection to the q-tolvex update server.\r\n\r\n"
-    "Please check your internet connection and try again later.";
-
 class Https : public UpdateRun {
 protected:
     static void SetUpTestSuite() { TrustOwnAuthority(); }
@@ -24,7 +20,7 @@ protected:
     void ExpectNoConnection(const std::string& words) {
         Install("3.0.11.0");
         StartToMainWindow();
-        AnswerFailure("No Connection", kNoConnection);
+        AnswerNoConnection();
         ExpectStopped();
         const std::string report = updater_->Text(kTxtDebug);
         EXPECT_NE(report.find(words), std::string::npos) << report;

@@ -28,9 +28,7 @@ protected:
         folder_->Write(kLogName, bytes);
         Install("3.0.11.0");
         StartToMainWindow();
-        AnswerFailure("No Connection",
-                      "\r\nNo connection to the q-tolvex update server.\r\n\r\n"
-                      "Please check your internet connection and try again later.");
+        AnswerNoConnection();
         // Whoever reads ten megabytes over and over has no time for anything else.
         transcript_->Stop();
         const SteadyTime pressed = std::chrono::steady_clock::now();

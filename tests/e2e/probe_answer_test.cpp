@@ -59,9 +59,7 @@ TEST_F(Logon, IsNeverGivenToAServer) {
     }
     Install("3.0.11.0");
     StartToMainWindow();
-    AnswerFailure("No Connection",
-                  "\r\nNo connection to the q-tolvex update server.\r\n\r\n"
-                  "Please check your internet connection and try again later.");
+    AnswerNoConnection();
     CloseQuietly();
     for (const Request& request : server_.Requests()) {
         EXPECT_EQ(request.head.find("uthorization:"), std::string::npos) << request.head;
@@ -149,9 +147,7 @@ TEST_F(Probe, ServerThatNeverAnswersIsNoConnection) {
     Install("3.0.11.0");
     StartToMainWindow();
     updater_->AwaitWindow(kFailure, seconds(150));
-    AnswerFailure("No Connection",
-                  "\r\nNo connection to the q-tolvex update server.\r\n\r\n"
-                  "Please check your internet connection and try again later.");
+    AnswerNoConnection();
     ExpectStopped();
     Close();
     ExpectRequests({"HEAD tolvex30.exe", "HEAD LICENSE.TXT"});

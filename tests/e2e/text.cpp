@@ -21,6 +21,8 @@ std::string Utf8(std::wstring_view text) {
 
 std::string PathText(const std::filesystem::path& path) { return Utf8(path.native()); }
 
+std::wstring Quoted(const std::filesystem::path& path) { return L"\"" + path.native() + L"\""; }
+
 std::wstring Wide(std::string_view utf8) {
     const int length = static_cast<int>(utf8.size());
     const int size = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), length, nullptr, 0);

@@ -11,6 +11,9 @@ std::string Utf8(std::wstring_view text);
 std::string PathText(const std::filesystem::path& path);
 std::wstring Wide(std::string_view utf8);
 
+/// "PATH", as an argument of a program.
+std::wstring Quoted(const std::filesystem::path& path);
+
 /// A text on one line: line breaks and other control characters are shown as \r, \n, \xNN.
 std::string OneLine(std::string_view text);
 

@@ -174,6 +174,12 @@ void UpdateRun::AnswerFailure(const std::string& caption, const std::string& mes
     updater_->AwaitNoWindow(kFailure, kLongestReaction);
 }
 
+void UpdateRun::AnswerNoConnection() {
+    AnswerFailure("No Connection",
+                  "\r\nNo connection to the q-tolvex update server.\r\n\r\n"
+                  "Please check your internet connection and try again later.");
+}
+
 void UpdateRun::AwaitOffer() { updater_->AwaitText(kLblStatus, kOffer, kLongestStage); }
 
 void UpdateRun::InstallOffered(const std::string& version) {

@@ -66,6 +66,8 @@ protected:
     void AnswerBackupBox(const std::string& version);
     /// Closes the failure dialog, which must have this caption and begin with this message.
     void AnswerFailure(const std::string& caption, const std::string& message);
+    /// Closes the failure dialog of a run that found no server.
+    void AnswerNoConnection();
     /// Waits until the install is offered.
     void AwaitOffer();
     /// Presses Install, answers the box about the backup of the installed `version`, and waits

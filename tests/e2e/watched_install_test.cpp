@@ -95,8 +95,6 @@ private:
     std::list<Process> others_;
 };
 
-std::wstring Quoted(const fs::path& path) { return L"\"" + path.native() + L"\""; }
-
 class WatchedInstall : public UpdateRun {
 protected:
     WatchedInstall()
@@ -148,7 +146,7 @@ protected:
     }
 
     // Everything that is no file of the update, its result or its backup, is unfinished.
-    std::wstring HoldWhatIsUnfinished() const {
+    std::wstring HoldingWhatIsUnfinished() const {
         std::wstring task = L"holds " + Quoted(folder_->Path()) + L" tolvex30.exe " + Wide(kBackup);
         for (const std::string& name : known_) {
             task += L" " + Wide(name);
@@ -174,7 +172,7 @@ TEST_F(WatchedInstall, ShowsTheOldOrTheNewBuildAtEveryLook) {
         Restore();
         Bystanders bystanders(TestOptions().seed + static_cast<unsigned>(2 * run));
         bystanders.Add(L"reads " + Quoted(folder_->File("tolvex.exe")));
-        bystanders.Add(HoldWhatIsUnfinished());
+        bystanders.Add(HoldingWhatIsUnfinished());
         {
             const Meanwhile watcher([this] { Look(); });
             InstallToTheEnd();

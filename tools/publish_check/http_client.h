@@ -18,8 +18,8 @@ public:
     HttpClient(const HttpClient&) = delete;
     HttpClient& operator=(const HttpClient&) = delete;
 
-    /// `verb` is HEAD or GET, `url` begins with http:// or https://. Every
-    /// failure is part of the answer.
+    /// `verb` is HEAD or GET, `url` begins with http:// or https://. Every failure is part of the
+    /// answer.
     Answer Ask(const std::string& verb, const std::string& url);
 
 private:
