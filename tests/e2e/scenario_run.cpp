@@ -24,6 +24,7 @@ const std::map<std::string, ScenarioRun::Action>& ScenarioRun::Actions() {
         {"staged", &ScenarioRun::Staged},
         {"animation", &ScenarioRun::Animation},
         {"settings", &ScenarioRun::Settings},
+        {"https", &ScenarioRun::SpeakHttps},
         {"file", &ScenarioRun::PlaceFile},
         {"folder", &ScenarioRun::PlaceFolder},
         {"held", &ScenarioRun::Hold},
@@ -132,11 +133,22 @@ std::string ScenarioRun::WithNames(std::string text) {
     if (text.find("{nobody}") != std::string::npos && !nobody_) {
         nobody_.emplace();
     }
+    if (text.find("{secure}") != std::string::npos) {
+        if (!secure_) {
+            TrustOwnAuthority();
+            secure_.emplace(server_.Port(), "good");
+        }
+        text = scenarios::Replaced(text, "{secure}", secure_->Host());
+    }
     text = scenarios::Replaced(text, "{folder}", FolderText());
-    text = scenarios::Replaced(text, "{server}", ServerFolder());
+    text = scenarios::Replaced(text, "{server}", NamedFolder());
     text = scenarios::Replaced(text, "{host}", server_.Host());
     text = scenarios::Replaced(text, "{other}", other_.Host());
     return nobody_ ? scenarios::Replaced(text, "{nobody}", nobody_->Host()) : text;
+}
+
+std::string ScenarioRun::NamedFolder() const {
+    return named_ ? "https://" + named_->Host() + "/upd/" : ServerFolder();
 }
 
 void RegisterScenarios(const std::filesystem::path& folder) {

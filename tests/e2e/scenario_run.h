@@ -10,6 +10,7 @@
 #include "e2e/held_file.h"
 #include "e2e/read_only_folder.h"
 #include "e2e/screenshot.h"
+#include "e2e/tls_front.h"
 #include "e2e/update_run.h"
 #include "scenarios/content.h"
 #include "scenarios/table.h"
@@ -40,6 +41,7 @@ private:
     void Staged(const std::string& versionAndTime);
     void Animation(const std::string& state);
     void Settings(const std::string& contents);
+    void SpeakHttps(const std::string& certificate);
     void PlaceFile(const std::string& nameAndContent);
     void PlaceFolder(const std::string& name);
     void Hold(const std::string& name);
@@ -79,6 +81,8 @@ private:
 
     std::string Content(const std::string& description) const;
     std::string WithNames(std::string text);
+    /// The server folder as the data file names it.
+    std::string NamedFolder() const;
     std::vector<std::string> RequestsSeen() const;
     void KeepPicture();
 
@@ -87,6 +91,8 @@ private:
     std::string offered_ = "3.0.12.5";
     HttpServer other_{2};
     std::optional<DeadPort> nobody_;
+    std::optional<TlsFront> named_;   ///< What the data file names, in a row about https.
+    std::optional<TlsFront> secure_;  ///< What a row calls {secure}.
     std::vector<std::unique_ptr<HeldFile>> held_;
     std::unique_ptr<ReadOnlyFolder> locked_;
     std::unique_ptr<AppFolder> elsewhere_;

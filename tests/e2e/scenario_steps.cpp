@@ -73,6 +73,12 @@ void ScenarioRun::Settings(const std::string& contents) {
     }
 }
 
+void ScenarioRun::SpeakHttps(const std::string& certificate) {
+    TrustOwnAuthority();
+    named_.emplace(server_.Port(), certificate);
+    folder_->WriteSettings(NamedFolder());
+}
+
 void ScenarioRun::PlaceFile(const std::string& nameAndContent) {
     const auto [name, content] = scenarios::NameAndContent(nameAndContent);
     folder_->Write(name, Content(content));

@@ -115,6 +115,9 @@ private:
             plain_ = false;
             RefuseUnless(rest.starts_with("tolvex.exe ="));
             installed_ = words::Trimmed(rest.substr(rest.find('=') + 1));
+        } else if (line.word == "https") {
+            // What is wrong with a certificate is not in the answers, of which there are none.
+            RefuseUnless(rest == "good");
         } else {
             throw NotOurs();
         }
