@@ -107,6 +107,13 @@ TEST_F(LiveServer, CacheThatHasAnotherBuildIsWarnedOf) {
     EXPECT_THAT(output, Not(HasSubstr("stale-cache")));
 }
 
+TEST_F(LiveServer, BodyInAnswerToHeadIsNoted) {
+    EXPECT_EQ(RunOn("generous"), 0) << output;
+    EXPECT_THAT(output, HasSubstr(R"("code":"body-to-head")"));
+    RunOn("good");
+    EXPECT_THAT(output, Not(HasSubstr("body-to-head")));
+}
+
 TEST_F(LiveServer, BrokenDownloadEndsWith1) {
     EXPECT_EQ(RunOn("cut"), 1) << output;
     EXPECT_THAT(output, HasSubstr(R"("code":"broken-body")"));

@@ -135,6 +135,14 @@ bool Differ(const Answer& one, const Answer& other, const char* field) {
     return !value.empty() && !second.empty() && value != second;
 }
 
+void CheckBodyToHead(const Answer& head, Findings& findings) {
+    if (head.bodyToHead) {
+        findings.Note("body-to-head",
+                      "The server sends the file in answer to HEAD too: no updater minds, but each "
+                      "run has up to three of these answers on its line.");
+    }
+}
+
 void CheckCaches(const ServerState& state, Findings& findings) {
     const Answer& head = state.build.head;
     const Answer& origin = state.buildPastCaches;
@@ -199,6 +207,7 @@ void CheckBuild(const ServerState& state, DateTime now, std::vector<Finding>& li
     CheckSize(state.build.head, swiftpatch::kSmallestBuild, findings);
     CheckBody(state.build, findings);
     CheckDate(state, now, findings);
+    CheckBodyToHead(state.build.head, findings);
     CheckCaches(state, findings);
     CheckVersion(state.build, findings);
 }

@@ -22,6 +22,10 @@ public:
     /// answer.
     Answer Ask(const std::string& verb, const std::string& url);
 
+    /// Whether `url` is answered to HEAD with a body as well, which no server should do (RFC 9110
+    /// section 9.3.2). On Windows always false: there nobody is shown what follows the headers.
+    bool SendsBodyToHead(const std::string& url);
+
 private:
     struct Session;
     std::unique_ptr<Session> session_;

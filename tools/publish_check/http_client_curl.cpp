@@ -30,6 +30,9 @@ size_t TakeBody(char* bytes, size_t size, size_t count, void* answer) {
     return size * count;
 }
 
+/// Ends the request with an error: that there is a byte is all that counts.
+size_t RefuseBody(char*, size_t, size_t, void*) { return 0; }
+
 /// The headers of the last answer count: interim ones and a proxy's come before.
 size_t TakeHeader(char* bytes, size_t size, size_t count, void* answer) {
     std::string& headers = static_cast<Answer*>(answer)->headers;
@@ -108,10 +111,11 @@ std::optional<std::int64_t> TimeOf(const char* text) {
     return {};
 }
 
+constexpr std::int64_t kSecondsADay = 86400;
+
 /// Of the first certificate of the chain, which is the server's own.
 std::optional<std::int64_t> CertificateDays(CURL* curl) {
     constexpr std::string_view kField = "Expire date:";
-    constexpr std::int64_t kSecondsADay = 86400;
     curl_certinfo* chain = nullptr;
     if (curl_easy_getinfo(curl, CURLINFO_CERTINFO, &chain) != CURLE_OK || chain == nullptr ||
         chain->num_of_certs == 0) {
@@ -140,6 +144,8 @@ struct HttpClient::Session {
     std::unique_ptr<CURL, HandleDeleter> handle{curl_easy_init()};
     std::unique_ptr<curl_slist, ListDeleter> headers{
         curl_slist_append(nullptr, "Pragma: no-cache")};
+    std::unique_ptr<curl_slist, ListDeleter> lastRequest{
+        curl_slist_append(nullptr, "Connection: close")};
 
     void Prepare(const std::string& verb, const std::string& url, Answer& answer) const;
     Answer AskOnce(const std::string& verb, const std::string& url) const;
@@ -213,6 +219,20 @@ Answer HttpClient::Ask(const std::string& verb, const std::string& url) {
     answer.address = swiftpatch::UrlOf(chain.Address());
     answer.redirected = chain.Length() != 0;
     return answer;
+}
+
+bool HttpClient::SendsBodyToHead(const std::string& url) {
+    constexpr long kLongestWait = 3;  // Seconds, for a server that does not close.
+    CURL* const curl = session_->handle.get();
+    Answer answer;
+    // As a GET, so that libcurl waits for a body; its name on the way is HEAD.
+    session_->Prepare("GET", url, answer);
+    curl_easy_setopt(curl, CURLOPT_CUSTOMREQUEST, "HEAD");
+    curl_easy_setopt(curl, CURLOPT_FRESH_CONNECT, 1L);
+    curl_easy_setopt(curl, CURLOPT_HTTPHEADER, session_->lastRequest.get());
+    curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, RefuseBody);
+    curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, kLongestWait);
+    return curl_easy_perform(curl) == CURLE_WRITE_ERROR;
 }
 
 }  // namespace publish_check

@@ -1,7 +1,11 @@
 // The updater's own transfer control, over the platform's http library and message queue.
+#include <map>
+
+#include "publish_check/certificate_days.h"
 #include "publish_check/http_client.h"
 #include "runtime/events.h"
 #include "runtime/inet.h"
+#include "runtime/internal/http_address.h"
 #include "runtime/runtime_error.h"
 #include "shared/transfer_fault.h"
 
@@ -24,7 +28,10 @@ struct HttpClient::Session {
     std::string Problem() const;
     void ReadBody(Answer& answer);
 
+    std::optional<std::int64_t> DaysOf(const std::string& url);
+
     swiftpatch::Inet inet{"Inet"};
+    std::map<std::string, std::optional<std::int64_t>> days;  ///< By the server's name.
     int lastState = 0;
 };
 
@@ -65,6 +72,17 @@ void HttpClient::Session::ReadBody(Answer& answer) {
     }
 }
 
+std::optional<std::int64_t> HttpClient::Session::DaysOf(const std::string& url) {
+    const swiftpatch::HttpAddress address = swiftpatch::ParseHttpAddress(url);
+    if (!address.secure) {
+        return {};
+    }
+    if (!days.contains(address.host)) {
+        days[address.host] = CertificateDays(url);
+    }
+    return days[address.host];
+}
+
 HttpClient::HttpClient() : session_(std::make_unique<Session>()) {}
 
 HttpClient::~HttpClient() = default;
@@ -89,11 +107,14 @@ Answer HttpClient::Ask(const std::string& verb, const std::string& url) {
     answer.status = inet.ResponseCode();
     answer.redirected = inet.Redirected();
     answer.address = inet.Address();
+    answer.certificateDays = session_->DaysOf(answer.address);
     if (verb == "GET") {
         session_->ReadBody(answer);
     }
     inet.Cancel();
     return answer;
 }
+
+bool HttpClient::SendsBodyToHead(const std::string&) { return false; }
 
 }  // namespace publish_check

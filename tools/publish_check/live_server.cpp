@@ -36,6 +36,8 @@ ServerState ReadLiveServer(const std::string& address) {
     }
     state.buildPastCaches = client.Ask("HEAD", FullUrl(folder + swiftpatch::kStagedBuild) + "?" +
                                                    std::to_string(std::time(nullptr)));
+    state.build.head.bodyToHead =
+        state.build.head.answered && client.SendsBodyToHead(state.build.head.address);
     state.animation.head = client.Ask("HEAD", FullUrl(folder + swiftpatch::kBusyAnimation));
     state.build.get = client.Ask("GET", FullUrl(folder + swiftpatch::kStagedBuild));
     state.animation.get = client.Ask("GET", FullUrl(folder + swiftpatch::kBusyAnimation));

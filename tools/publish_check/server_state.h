@@ -17,6 +17,7 @@ struct Answer {
     bool redirected = false;
     /// Until the certificate of an https server ends.
     std::optional<std::int64_t> certificateDays;
+    bool bodyToHead = false;  ///< The answer to HEAD had a body, which is not kept.
     bool closed = false;  ///< The body ended with its connection, before it was all there.
 };
 
