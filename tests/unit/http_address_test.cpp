@@ -136,6 +136,13 @@ TEST(HttpAddress, AddressWithoutAHostIsRefused) {
     }
 }
 
+TEST(HttpAddress, ColonsOfAHostStandInBracketsOnly) {
+    for (const char* url : {"ee::04/x", "//ee::04:443/x", "a:b:80/", "[::1/", "::1]/", "[::1]a/",
+                            "a[::1]/", "[]/", "[[::1]]:80/"}) {
+        EXPECT_EQ(Parts(url), "35752") << url;
+    }
+}
+
 TEST(HttpAddress, HostsThatCannotBeAreRefused) {
     for (const char* url :
          {"a b/c", "user@host/", "a\\b/", "a\"b", "<host>", "host\r\nX: y/", "host\x7F/"}) {

@@ -106,6 +106,14 @@ bool IsHostCharacter(char character) {
            std::string_view("@\\\"<>").find(character) == std::string_view::npos;
 }
 
+/// RFC 3986 section 3.2.2: colons stand in brackets only, which are around the whole.
+bool IsHost(std::string_view text) {
+    const bool bracketed = text.size() > 2 && text.front() == '[' && text.back() == ']';
+    const std::string_view name = bracketed ? text.substr(1, text.size() - 2) : text;
+    return !name.empty() && std::all_of(name.begin(), name.end(), IsHostCharacter) &&
+           name.find_first_of(bracketed ? "[]" : "[]:") == std::string_view::npos;
+}
+
 }  // namespace
 
 HttpAddress ParseHttpAddress(const std::string& url) {
@@ -125,12 +133,7 @@ HttpAddress ParseHttpAddress(const std::string& url) {
         address.port = ParsePort(authority.substr(colon + 1));
         authority = authority.substr(0, colon);
     }
-    for (const char character : authority) {
-        if (!IsHostCharacter(character)) {
-            RaiseMalformed();
-        }
-    }
-    if (authority.empty()) {
+    if (!IsHost(authority)) {
         RaiseMalformed();
     }
     address.host = authority;
