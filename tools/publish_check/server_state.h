@@ -18,7 +18,7 @@ struct Answer {
     /// Until the certificate of an https server ends.
     std::optional<std::int64_t> certificateDays;
     bool bodyToHead = false;  ///< The answer to HEAD had a body, which is not kept.
-    bool closed = false;  ///< The body ended with its connection, before it was all there.
+    bool closed = false;      ///< The body ended with its connection, before it was all there.
 };
 
 /// A file of the server folder, as HEAD and GET show it.
