@@ -1,6 +1,4 @@
 // The updater's transfer control has no use for the certificate itself, so this asks on its own.
-#include <ctime>
-
 #include "publish_check/certificate_days.h"
 #include "publish_check/http_client.h"
 #include "runtime/internal/http_address.h"
@@ -8,8 +6,6 @@
 
 namespace publish_check {
 namespace {
-
-constexpr std::int64_t kSecondsADay = 86400;
 
 using swiftpatch::UniqueInternet;
 using swiftpatch::WinInet;
@@ -68,7 +64,7 @@ std::optional<std::int64_t> CertificateDays(const std::string& url) {
         return {};
     }
     const auto end = EndOf(request.Get());
-    return end ? std::optional((*end - std::time(nullptr)) / kSecondsADay) : std::nullopt;
+    return end ? std::optional(DaysUntil(*end)) : std::nullopt;
 }
 
 }  // namespace publish_check

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <ctime>
 #include <memory>
 #include <string>
 
@@ -34,6 +36,12 @@ private:
 // The bounds that both keep.
 inline constexpr long kLongestSilence = 15;  // Seconds; libcurl reads a long.
 inline constexpr std::size_t kLargestBody = std::size_t{1} << 30U;
+
+/// Whole days from now until a moment, in seconds since 1970.
+inline std::int64_t DaysUntil(std::int64_t moment) {
+    constexpr std::int64_t kSecondsADay = 86400;
+    return (moment - std::time(nullptr)) / kSecondsADay;
+}
 
 // What both say of a body that is not all there, since only one of them knows more about it.
 inline constexpr const char* kBodyLost = "the connection was lost, or silent for 15 seconds";

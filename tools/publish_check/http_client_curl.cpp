@@ -111,8 +111,6 @@ std::optional<std::int64_t> TimeOf(const char* text) {
     return {};
 }
 
-constexpr std::int64_t kSecondsADay = 86400;
-
 /// Of the first certificate of the chain, which is the server's own.
 std::optional<std::int64_t> CertificateDays(CURL* curl) {
     constexpr std::string_view kField = "Expire date:";
@@ -125,7 +123,7 @@ std::optional<std::int64_t> CertificateDays(CURL* curl) {
         const std::string_view text = field->data;
         if (swiftpatch::EqualWithoutCase(text.substr(0, kField.size()), kField)) {
             const auto end = TimeOf(text.substr(kField.size()).data());
-            return end ? std::optional((*end - std::time(nullptr)) / kSecondsADay) : std::nullopt;
+            return end ? std::optional(DaysUntil(*end)) : std::nullopt;
         }
     }
     return {};
