@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace swiftpatch {
+
+/// The letters as the bytes that they are.
+std::span<const std::uint8_t> AsBytes(std::string_view text);
+
+/// Two digits for a byte.
+std::string HexOf(std::span<const std::uint8_t> bytes);
+std::vector<std::uint8_t> BytesOfHex(std::string_view digits);
+
+std::string EncodeBase64(std::span<const std::uint8_t> bytes);
+
+}  // namespace swiftpatch
