@@ -1,0 +1,49 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <span>
+
+#include "openssl_crypto.h"
+#include "random_bytes.h"
+#include "signing/blake2b.h"
+#include "signing/sha512.h"
+#include "support/byte_text.h"
+
+namespace swiftpatch {
+namespace {
+
+constexpr int kShortInputs = 3000;
+constexpr int kLongInputs = 100;
+constexpr std::size_t kLongest = 200000;
+
+/// The hash of bytes that come in pieces of any length.
+template <typename Hash>
+std::string InPieces(std::span<const std::uint8_t> bytes, RandomBytes& random) {
+    Hash hash;
+    const std::size_t longest = 1 + random.Below(bytes.size() + 1);
+    while (!bytes.empty()) {
+        const std::size_t length = std::min(bytes.size(), random.Below(longest + 1));
+        hash.Update(bytes.first(length));
+        bytes = bytes.subspan(length);
+    }
+    return HexOf(hash.Finish());
+}
+
+void Compare(std::size_t longest, RandomBytes& random) {
+    const std::vector<std::uint8_t> bytes = random.Bytes(random.Below(longest + 1));
+    ASSERT_EQ(InPieces<Blake2b>(bytes, random), HexOf(openssl::Blake2bOf(bytes))) << HexOf(bytes);
+    ASSERT_EQ(InPieces<Sha512>(bytes, random), HexOf(openssl::Sha512Of(bytes))) << HexOf(bytes);
+}
+
+TEST(HashDifferential, AgreesWithOpenSslOnAnyBytesInAnyPieces) {
+    RandomBytes random(1);
+    for (int i = 0; i < kShortInputs; ++i) {
+        Compare(600, random);
+    }
+    for (int i = 0; i < kLongInputs; ++i) {
+        Compare(kLongest, random);
+    }
+}
+
+}  // namespace
+}  // namespace swiftpatch
