@@ -116,10 +116,8 @@ TEST_F(SignatureFile, LinesMayEndWithCrLf) {
 }
 
 TEST_F(SignatureFile, LongerThanItMayBeIsUnreadable) {
-    EXPECT_EQ(Judge(good + std::string(kLongestSignatureFile - good.size(), 'x')),
-              SignatureVerdict::kSigned);
-    EXPECT_EQ(Judge(good + std::string(kLongestSignatureFile - good.size() + 1, 'x')),
-              SignatureVerdict::kUnreadable);
+    EXPECT_EQ(Judge(good + std::string(4096 - good.size(), 'x')), SignatureVerdict::kSigned);
+    EXPECT_EQ(Judge(good + std::string(4097 - good.size(), 'x')), SignatureVerdict::kUnreadable);
     EXPECT_EQ(Judge(good + std::string(1 << 20, '\n')), SignatureVerdict::kUnreadable);
 }
 
@@ -306,7 +304,7 @@ TEST_F(SignatureFile, OfThirteenWholeBlocksFits) {
         file += SignedBy(stranger);
     }
     EXPECT_EQ(Judge(file + good), SignatureVerdict::kSigned);
-    EXPECT_EQ(ParseSignatureFile(file + good).size(), kMostSignatureBlocks);
+    EXPECT_EQ(ParseSignatureFile(file + good).size(), 13U);
 }
 
 TEST_F(SignatureFile, WithOneLetterTooFewOrTooManyIsUnreadable) {
