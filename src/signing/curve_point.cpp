@@ -89,7 +89,7 @@ CurvePoint SumOfMultiples(const Scalar& base, const Scalar& factor, const CurveP
         const bool ofBase = HasBit(base.limbs, place);
         const bool ofPoint = HasBit(factor.limbs, place);
         if (ofBase || ofPoint) {
-            sum = Sum(sum, !ofPoint ? basePoint : !ofBase ? point : both);
+            sum = Sum(sum, ofBase && ofPoint ? both : ofBase ? basePoint : point);
         }
     }
     return sum;

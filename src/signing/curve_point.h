@@ -29,7 +29,7 @@ std::array<std::uint8_t, 32> EncodePoint(const CurvePoint& point);
 CurvePoint Negative(const CurvePoint& point);
 
 /// Whether the point is one of the eight that come to the neutral point when they are added to
-/// themselves eight times. What is "signed" by such a key fits nearly anything.
+/// themselves eight times. For such a key anybody can write signatures.
 bool HasSmallOrder(const CurvePoint& point);
 
 /// The base point B times `base`, and `point` times `factor`, added.

@@ -1,6 +1,8 @@
 #include "signing/field_25519.h"
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 
 namespace swiftpatch {
 namespace {

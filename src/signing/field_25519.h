@@ -1,9 +1,6 @@
 #pragma once
 
-#include <array>
-#include <cstdint>
 #include <optional>
-#include <span>
 
 #include "signing/limbs.h"
 
