@@ -53,7 +53,7 @@ std::string MinisignProgram::Sign(const std::string& keyName, const std::string&
                                   const std::string& trustedComment) const {
     Write(folder_ / fileName, content);
     const std::string comment = trustedComment.empty() ? "" : " -t '" + trustedComment + "'";
-    Require(Run("-S -W -s " + keyName + ".key -m " + fileName + comment));
+    Require(Run("-S -s " + keyName + ".key -m " + fileName + comment));
     return Read(folder_ / (fileName + ".minisig"));
 }
 
