@@ -1,6 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -32,6 +36,31 @@ void Kill(const std::string& path);
 /// is what it was or the whole copy; only where nobody may create a file in the folder, or on a
 /// system that cannot move over a file, it can be found in part. Does not pump.
 void FileCopy(const std::string& source, const std::string& target);
+
+/// A file that nobody can change, delete or replace for as long as this lives. Others can read it.
+class LockedFile {
+public:
+    /// Raises 53, 70 when another process has the file open and may change it, 75 or 76. Waits up
+    /// to two seconds for such a process. Does not pump.
+    explicit LockedFile(const std::string& path);
+    ~LockedFile();
+    LockedFile(const LockedFile&) = delete;
+    LockedFile& operator=(const LockedFile&) = delete;
+
+    /// Reads the next bytes into `buffer` and returns how many; 0 at the end of the file. Raises 57
+    /// and the like when they cannot be read.
+    std::size_t Read(std::span<std::uint8_t> buffer);
+
+private:
+    struct Open;
+    std::unique_ptr<Open> open_;
+};
+
+/// As FileCopy, but the finished copy is only put in the target's place when `isRight`, which is
+/// handed its path, says so; otherwise the result is false. Nobody can write to the copy meanwhile.
+/// A copy over the target itself is not asked about.
+bool FileCopyIf(const std::string& source, const std::string& target,
+                const std::function<bool(const std::string& copy)>& isRight);
 
 /// Removes from a folder what a copy into it has left that was ended by force. Never raises an
 /// error: what cannot be removed stays.

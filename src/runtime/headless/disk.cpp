@@ -23,6 +23,15 @@ File& Disk::Add(const std::string& path, File file) { return files_[Key(path)] =
 
 void Disk::Remove(const std::string& path) { files_.erase(Key(path)); }
 
+bool Disk::ChangeFromOutside(const std::string& path, const std::string& bytes) {
+    File* const file = Find(path);
+    const bool open = file != nullptr && file->locks == 0;
+    if (open) {
+        file->bytes = bytes;
+    }
+    return open;
+}
+
 File* Disk::Find(const std::string& path) {
     const auto found = files_.find(Key(path));
     return found == files_.end() ? nullptr : &found->second;

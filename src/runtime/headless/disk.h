@@ -22,6 +22,8 @@ struct File {
     std::int64_t lockedUntil = 0;
     /// The same, but it lets others read and write the file, and nobody replace it.
     std::int64_t openUntil = 0;
+    /// By how many LockedFile, which let others read it.
+    int locks = 0;
 };
 
 /// The scripted disk. Names are matched without regard to case, as the system does.
@@ -33,6 +35,9 @@ public:
 
     File& Add(const std::string& path, File file);
     void Remove(const std::string& path);
+    /// Another process replaces the bytes of a file. False where it cannot, since the file is not
+    /// there or locked.
+    bool ChangeFromOutside(const std::string& path, const std::string& bytes);
     /// Null when there is no such file.
     File* Find(const std::string& path);
     bool HasFolderOf(const std::string& path) const;

@@ -49,16 +49,29 @@ File& Existing(const std::string& path) {
 /// When nobody else has a file open any more, on the world's uptime.
 std::int64_t EndOfHold(const File& file) {
     constexpr std::int64_t kNever = std::numeric_limits<std::int64_t>::max();
-    return file.held ? kNever : std::max(file.lockedUntil, file.openUntil);
+    const bool forGood = file.held || file.locks > 0;
+    return forGood ? kNever : std::max(file.lockedUntil, file.openUntil);
 }
 
-bool IsHeld(const File& file) { return file.held || file.lockedUntil > TheWorld().uptime; }
+bool IsHeld(const File& file) {
+    return file.held || file.locks > 0 || file.lockedUntil > TheWorld().uptime;
+}
 
 /// What is in the place of an unfinished copy and is none of ours.
 bool IsForeign(const std::string& unfinished) {
     Disk& disk = TheWorld().disk;
     const File* file = disk.Find(unfinished);
     return disk.folders.contains(unfinished) || (file != nullptr && file->readOnly);
+}
+
+/// The copy lies beside the target for as long as it is looked at.
+bool IsRightCopy(const File& copy, const std::string& unfinished,
+                 const std::function<bool(const std::string& copy)>& isRight) {
+    Disk& disk = TheWorld().disk;
+    disk.Add(unfinished, copy);
+    const bool right = isRight(unfinished);
+    disk.Remove(unfinished);
+    return right;
 }
 
 bool IsOpenHere(const std::string& path) {
@@ -92,10 +105,45 @@ void Kill(const std::string& path) {
     TheWorld().disk.Remove(path);
 }
 
+struct LockedFile::Open {
+    std::string path;
+    std::size_t position = 0;
+};
+
+LockedFile::LockedFile(const std::string& path) : open_(std::make_unique<Open>(Open{path})) {
+    TheWorld().disk.Operation("Lock", path);
+    File& file = Existing(path);
+    if (file.held || !TheWorld().WaitOutHold(std::max(file.lockedUntil, file.openUntil))) {
+        throw RuntimeError(error_number::kPermissionDenied);
+    }
+    ++file.locks;
+}
+
+LockedFile::~LockedFile() {
+    if (File* const file = TheWorld().disk.Find(open_->path)) {
+        --file->locks;
+    }
+}
+
+std::size_t LockedFile::Read(std::span<std::uint8_t> buffer) {
+    TheWorld().disk.Operation("Read", open_->path);
+    const std::string& bytes = Existing(open_->path).bytes;
+    const std::size_t count = std::min(buffer.size(), bytes.size() - open_->position);
+    std::copy_n(bytes.begin() + static_cast<std::ptrdiff_t>(open_->position), count,
+                buffer.begin());
+    open_->position += count;
+    return count;
+}
+
 void FileCopy(const std::string& source, const std::string& target) {
+    FileCopyIf(source, target, {});
+}
+
+bool FileCopyIf(const std::string& source, const std::string& target,
+                const std::function<bool(const std::string& copy)>& isRight) {
     TheWorld().disk.Operation("FileCopy", source + " -> " + target);
     Disk& disk = TheWorld().disk;
-    const File copy = Existing(source);
+    File copy{Existing(source).bytes, Existing(source).changed};
     const File* old = disk.Find(target);
     if (old != nullptr && (old->readOnly || !TheWorld().WaitOutHold(EndOfHold(*old)))) {
         throw RuntimeError(error_number::kPermissionDenied);
@@ -106,7 +154,14 @@ void FileCopy(const std::string& source, const std::string& target) {
     if (IsForeign(UnfinishedCopyOf(target))) {
         throw RuntimeError(error_number::kPathFileAccess);
     }
-    disk.Add(target, {copy.bytes, copy.changed});
+    if (TheWorld().withEachCopy) {
+        TheWorld().withEachCopy(copy);
+    }
+    if (isRight && !IsRightCopy(copy, UnfinishedCopyOf(target), isRight)) {
+        return false;
+    }
+    disk.Add(target, copy);
+    return true;
 }
 
 void RemoveUnfinishedCopy(const std::string& folder) {

@@ -70,6 +70,8 @@ public:
     std::string focus;                  ///< The control that got the keyboard last.
     std::vector<std::int32_t> taskbar;  ///< What the button on the task bar has shown.
 
+    /// Runs when a copy has been made and before it is looked at, when set.
+    std::function<void(File& copy)> withEachCopy;
     /// Runs inside each reading of an INI file, when set.
     std::function<void()> whileReadingProfile;
     /// Runs at the start of each yield, when set; whatever it does happens inside that yield.

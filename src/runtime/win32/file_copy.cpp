@@ -141,6 +141,21 @@ DWORD Move(const std::string& from, const std::string& to) {
                                  MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
 }
 
+/// Keeps everybody from writing to the copy, but not this program from moving it. Windows 95, 98
+/// and ME move no file that is open.
+UniqueFile HoldAgainstWriters(const std::string& unfinished) {
+    UniqueFile held;
+    if (IsNtFamily()) {
+        FailUnless(WaitOutHold([&] {
+            held.Reset(::CreateFileA(unfinished.c_str(), GENERIC_READ,
+                                     FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                     FILE_ATTRIBUTE_NORMAL, nullptr));
+            return held ? ERROR_SUCCESS : ::GetLastError();
+        }));
+    }
+    return held;
+}
+
 /// The bytes that are free on a file's drive; where the drive does not tell, as many as can be.
 std::uint64_t RoomFor(const std::string& path) {
     constexpr std::size_t kRoot = 3;  // "C:\": Windows 95 wants no more of a path.
@@ -172,6 +187,11 @@ void CopyDirectly(const std::string& source, const std::string& target) {
 }  // namespace
 
 void FileCopy(const std::string& source, const std::string& target) {
+    FileCopyIf(source, target, {});
+}
+
+bool FileCopyIf(const std::string& source, const std::string& target,
+                const std::function<bool(const std::string& copy)>& isRight) {
     const bool replaces = Exists(target);
     if (replaces) {
         FailUnless(WaitOutHold([&target] { return ErrorOfOpening(target, OPEN_EXISTING); }));
@@ -179,11 +199,19 @@ void FileCopy(const std::string& source, const std::string& target) {
     const Unfinished copy(UnfinishedCopyOf(target));
     if ((replaces && !IsNtFamily()) || !Create(copy.Path())) {
         CopyDirectly(source, target);
-        return;
+        return true;
     }
     CopyToDisk(source, copy.Path());
     TakeOver(source, target, copy.Path());
+    UniqueFile held;
+    if (isRight) {
+        held = HoldAgainstWriters(copy.Path());
+        if (!isRight(copy.Path())) {
+            return false;
+        }
+    }
     FailUnless(WaitOutHold([&] { return Move(copy.Path(), target); }));
+    return true;
 }
 
 void RemoveUnfinishedCopy(const std::string& folder) { Remove(UnfinishedCopyOf(folder + "\\")); }

@@ -8,6 +8,7 @@
 #include "runtime/win32/errors.h"
 #include "runtime/win32/flush.h"
 #include "runtime/win32/handle.h"
+#include "runtime/win32/patience.h"
 #include "runtime/win32/system_time.h"
 
 namespace swiftpatch {
@@ -82,7 +83,39 @@ std::string ReadBlock(HANDLE file) {
     return block;
 }
 
+/// Where an open of the file is refused for a moment, it is waited for.
+UniqueFile OpenLocked(const std::string& path) {
+    UniqueFile file;
+    const DWORD error = WaitOutHold([&] {
+        file.Reset(::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+        return file ? ERROR_SUCCESS : ::GetLastError();
+    });
+    if (error != ERROR_SUCCESS) {
+        RaiseFileError(error, FileAction::kOpen);
+    }
+    return file;
+}
+
 }  // namespace
+
+struct LockedFile::Open {
+    UniqueFile file;
+};
+
+LockedFile::LockedFile(const std::string& path)
+    : open_(std::make_unique<Open>(Open{OpenLocked(path)})) {}
+
+LockedFile::~LockedFile() = default;
+
+std::size_t LockedFile::Read(std::span<std::uint8_t> buffer) {
+    DWORD count = 0;
+    if (!::ReadFile(open_->file.Get(), buffer.data(), static_cast<DWORD>(buffer.size()), &count,
+                    nullptr)) {
+        RaiseFileError(::GetLastError(), FileAction::kOpen);
+    }
+    return count;
+}
 
 bool FileExists(const std::string& path) {
     constexpr DWORD kNotNormal =
