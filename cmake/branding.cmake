@@ -1,6 +1,7 @@
 # What belongs to a deployment, not to the program. The texts that are set here are written into a
 # header of the build; where one is empty, the default of src/shared/branding.h stands.
 set(SWIFTPATCH_DEFAULT_SERVER "" CACHE STRING "Server folder used when the data file names none")
+set(SWIFTPATCH_SIGNING_KEYS "" CACHE STRING "Keys of which one has to have signed a build")
 set(SWIFTPATCH_SLOGAN "" CACHE STRING "The maker's slogan on the splash window")
 set(SWIFTPATCH_WEB_ADDRESS "" CACHE STRING "The maker's web address on the splash window")
 set(SWIFTPATCH_COPYRIGHT "" CACHE STRING "The maker's copyright lines on the splash window")
@@ -28,9 +29,20 @@ function(branding_literal name text result)
     set(${result} "${text}" PARENT_SCOPE)
 endfunction()
 
+# With a key that cannot be read the program would refuse every build.
+string(REPLACE " " ";" keys "${SWIFTPATCH_SIGNING_KEYS}")
+list(LENGTH keys count)
+foreach(key IN LISTS keys)
+    string(LENGTH "${key}" length)
+    if(NOT key MATCHES "^RW[A-Za-z0-9+/]+$" OR NOT length EQUAL 56 OR count GREATER 4)
+        message(FATAL_ERROR "SWIFTPATCH_SIGNING_KEYS: \"${SWIFTPATCH_SIGNING_KEYS}\": write the "
+            "second lines of one to four files minisign.pub, with one blank between two of them")
+    endif()
+endforeach()
+
 set(branding "#pragma once\n\n// Made from what was set when the build was configured.\n")
 foreach(name
-        SWIFTPATCH_DEFAULT_SERVER SWIFTPATCH_SLOGAN SWIFTPATCH_WEB_ADDRESS SWIFTPATCH_COPYRIGHT
+        SWIFTPATCH_DEFAULT_SERVER SWIFTPATCH_SIGNING_KEYS SWIFTPATCH_SLOGAN SWIFTPATCH_WEB_ADDRESS SWIFTPATCH_COPYRIGHT
         SWIFTPATCH_SUPPORT_LINE SWIFTPATCH_COMPANY SWIFTPATCH_FILE_DESCRIPTION
         SWIFTPATCH_FILE_COPYRIGHT)
     if(NOT "${${name}}" STREQUAL "")

@@ -1,5 +1,6 @@
 #include "app/settings.h"
 
+#include <optional>
 #include <string>
 
 #include "runtime/profile.h"
@@ -30,11 +31,23 @@ std::string ReadServerDownloadPath() {
     return Replace(value, "serverdownloadpath=", "");
 }
 
+std::optional<std::string> ReadSigningKeys() {
+    if (*SWIFTPATCH_SIGNING_KEYS != '\0') {
+        return SWIFTPATCH_SIGNING_KEYS;
+    }
+    // A key that is there without a value is there, and no build passes it: a line that was damaged
+    // may not switch the protection off. No value of a file can be the end of a line.
+    const std::string absent = "\n";
+    const std::string keys = ReadUpdatesKey("SigningKeys", absent);
+    return keys == absent ? std::nullopt : std::optional(keys);
+}
+
 }  // namespace
 
 void LoadSettings() {
     shared.ServerDownloadPath = ReadServerDownloadPath();
     shared.InstallAtOnce = ReadUpdatesKey("InstallAtOnce", "") == "1";
+    shared.SigningKeys = ReadSigningKeys();
     shared.LogFileName = ReadUpdatesKey("LogFileName", "");
 }
 

@@ -2,6 +2,7 @@
 #include "install/running_program.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "runtime/app.h"
+#include "runtime/events.h"
 #include "runtime/files.h"
 #include "runtime/msgbox.h"
 #include "runtime/strings.h"
@@ -59,12 +60,59 @@ void frmSwiftPatch::InstallStagedBuild() {
                "'.\r\ntolvex.exe not updated.");
         return;
     }
-    BackUp(version, press);
+    // Nobody can exchange a build that has to be signed from here on until it has been copied.
+    std::optional<LockedFile> build;
+    const bool mayBeInstalled = MayBeInstalled(build, version);
     if (!IsLastPress(press)) {
         return;
     }
-    ReplaceMainProgram();
+    if (mayBeInstalled) {
+        BackUp(version, press);
+        if (!IsLastPress(press)) {
+            return;
+        }
+    }
+    if (!mayBeInstalled || !ReplaceMainProgram()) {
+        build.reset();
+        RefuseToInstall();
+        return;
+    }
     ShowInstalled();
+}
+
+bool frmSwiftPatch::MayBeInstalled(std::optional<LockedFile>& build, const std::string& installed) {
+    if (!BuildSignature::IsWanted()) {
+        return true;
+    }
+    return LockSignedBuild(build) &&
+           !IsDowngrade(installed,
+                        modVersion::ReadFileVersion(AppFile(kStagedBuild)).ProductVersion);
+}
+
+bool frmSwiftPatch::LockSignedBuild(std::optional<LockedFile>& build) {
+    try {
+        build.emplace(AppFile(kStagedBuild));
+        return signature.ReadBuild(*build, DoEventsPaced) && signature.Fits();
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+void frmSwiftPatch::RefuseToInstall() {
+    DeleteRefusedBuild();
+    ShowAnimation("", "");
+    TaskbarProgress = taskbar::kFailure;
+    cmdInstall.Visible = false;
+    lblTolvexVersion.Visible = false;
+    lblAnimationMsg.Caption = "";
+    chkRunTolvex.Value = CheckState::kUnchecked;
+    cmdClose.Enabled = true;
+    MsgBox(
+        "Install Error!\r\n\r\n"
+        "The update file 'tolvex30.exe' is not the one that the maker of q-tolvex signed.\r\n"
+        "tolvex.exe not updated.",
+        msgbox::kCritical);
+    FocusNextStep();
 }
 
 void frmSwiftPatch::BackUp(const std::string& version, std::int32_t press) {
@@ -84,12 +132,18 @@ void frmSwiftPatch::BackUp(const std::string& version, std::int32_t press) {
     }
 }
 
-void frmSwiftPatch::ReplaceMainProgram() {
+/// False when the copy is not the build that was signed.
+bool frmSwiftPatch::ReplaceMainProgram() {
+    std::function<bool(const std::string&)> isSigned;
+    if (BuildSignature::IsWanted()) {
+        isSigned = [this](const std::string& copy) { return signature.IsSameBuild(copy); };
+    }
     try {
-        FileCopy(AppFile(kStagedBuild), AppFile(kMainProgram));
+        return FileCopyIf(AppFile(kStagedBuild), AppFile(kMainProgram), isSigned);
     } catch (const RuntimeError& error) {
         // The stage goes on to report its success all the same, deliberately.
         MsgBox(CopyError("tolvex30.exe to tolvex.exe", error));
+        return true;
     }
 }
 

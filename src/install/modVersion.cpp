@@ -22,7 +22,22 @@ void ReportNoVersion(const std::string& path) {
     }
 }
 
+FileVersionRecord ReadBlock(const std::string& path, std::uint32_t size) {
+    std::vector<std::uint8_t> buffer(size);
+    std::span<const std::uint8_t> block;
+    if (!GetFileVersionInfoA(path, buffer) || !VerQueryValueA(buffer, "\\", block) ||
+        block.size() < kFixedBlockSize) {
+        return {};
+    }
+    return DescribeFixedBlock(block);
+}
+
 }  // namespace
+
+FileVersionRecord ReadFileVersion(const std::string& path) {
+    const std::uint32_t size = GetFileVersionInfoSizeA(path);
+    return size == 0 ? FileVersionRecord() : ReadBlock(path, size);
+}
 
 FileVersionRecord GetFileVersion(const std::string& path) {
     std::uint32_t size = GetFileVersionInfoSizeA(path);
@@ -38,13 +53,7 @@ FileVersionRecord GetFileVersion(const std::string& path) {
         }
         return {};
     }
-    std::vector<std::uint8_t> buffer(size);
-    std::span<const std::uint8_t> block;
-    if (!GetFileVersionInfoA(path, buffer) || !VerQueryValueA(buffer, "\\", block) ||
-        block.size() < kFixedBlockSize) {
-        return {};
-    }
-    return DescribeFixedBlock(block);
+    return ReadBlock(path, size);
 }
 
 }  // namespace swiftpatch::modVersion

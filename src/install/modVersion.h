@@ -21,6 +21,9 @@ struct FileVersionRecord {
 /// The texts of a VS_FIXEDFILEINFO block: 13 little-endian numbers of 32 bits.
 FileVersionRecord DescribeFixedBlock(std::span<const std::uint8_t> block);
 
+/// The version block of the file at `path`; all empty where there is none. Changes nothing.
+FileVersionRecord ReadFileVersion(const std::string& path);
+
 /// Reads the version block of the file at `path`. When there is none a box says so, and a file
 /// that exists is deleted: it is taken for damaged. Raises 75 when that fails. Pumps.
 FileVersionRecord GetFileVersion(const std::string& path);

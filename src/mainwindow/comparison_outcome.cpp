@@ -53,7 +53,13 @@ void frmSwiftPatch::ShowComparisonOutcome(std::int16_t result, const std::string
             ReportNothingNewer(*this);
             break;
         case comparison::kNewerOffered:
-            OfferDownloadedBuild();
+            if (BuildSignature::IsWanted() &&
+                IsDowngrade(check.installedProductVersion, stagedVersion.ProductVersion)) {
+                lblTolvexVersion.Visible = false;
+                ReportLatestVersion();
+            } else {
+                OfferDownloadedBuild();
+            }
             break;
         default:
             break;

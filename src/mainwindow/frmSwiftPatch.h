@@ -5,6 +5,7 @@
 #include <string>
 
 #include "components/clsSysInfo.h"
+#include "install/build_signature.h"
 #include "install/modVersion.h"
 #include "mainwindow/check_facts.h"
 #include "net/download_watchdog.h"
@@ -16,7 +17,7 @@
 namespace swiftpatch {
 
 /// What the transfer under way is for.
-enum class DownloadMode : std::int16_t { kNone = 0, kBuild = 1, kAnimation = 2 };
+enum class DownloadMode : std::int16_t { kNone = 0, kBuild = 1, kAnimation = 2, kSignature = 3 };
 
 /// What kind of message error_Message is handed; other numbers count as a text.
 namespace message_style {
@@ -100,6 +101,7 @@ public:
     std::int32_t topMost = 0;       ///< What the last switch to topmost returned.
     DownloadWatchdog watchdog;
     CheckFacts check;
+    BuildSignature signature;
     modVersion::FileVersionRecord stagedVersion;
     std::optional<clsSysInfo>
         systemInformation;  ///< Kept for the form's lifetime; nothing reads it.
@@ -128,6 +130,16 @@ private:
     void ReportBadDownloadLink();
     void ReportLatestVersion();
     void StartDownload();
+
+    // What comes on top where builds have to be signed.
+    bool ObtainSignature();
+    CheckOutcome DecideOnSignedBuild(CheckOutcome outcome);
+    bool IsDownloadSigned();
+    bool FetchSignature();
+    void ReceiveSignature();
+    void RefuseUpdate(const std::string& title, std::string text);
+
+    // For both.
     void Request(const std::string& url);
     void WaitUntilIdle();
 
@@ -143,12 +155,17 @@ private:
 
     // The steps of cmdInstall_Click.
     void InstallStagedBuild();
+    bool MayBeInstalled(std::optional<LockedFile>& build, const std::string& installed);
+    bool LockSignedBuild(std::optional<LockedFile>& build);
+    void RefuseToInstall();
     bool IsLastPress(std::int32_t press) const { return press == installPresses_; }
     void BackUp(const std::string& version, std::int32_t press);
-    void ReplaceMainProgram();
+    bool ReplaceMainProgram();
     void ShowInstalled();
 
     std::int32_t installPresses_ = 0;
+    std::int32_t signatureRequests_ = 0;
+    std::int32_t signatureReceived_ = 0;  ///< The last of these requests that was answered.
 };
 
 }  // namespace swiftpatch

@@ -59,7 +59,14 @@ void frmSwiftPatch::tmrCheckVersion_Timer() {
         ReadDates();
         ReadLocalBuilds();
         txtDebug.Text = UpdateInformation(check);
-        switch (Decide(check)) {
+        CheckOutcome outcome = Decide(check);
+        if (outcome != CheckOutcome::kLatestVersion && BuildSignature::IsWanted()) {
+            if (!ObtainSignature()) {
+                return;
+            }
+            outcome = DecideOnSignedBuild(outcome);
+        }
+        switch (outcome) {
             case CheckOutcome::kLatestVersion:
                 ReportLatestVersion();
                 break;
@@ -108,7 +115,8 @@ bool frmSwiftPatch::FindConnection() {
 }
 
 bool frmSwiftPatch::FetchMissingAnimation() {
-    if (FileExists(AppFile(kBusyAnimation))) {
+    // Where builds have to be signed nothing is fetched that nobody has signed.
+    if (FileExists(AppFile(kBusyAnimation)) || BuildSignature::IsWanted()) {
         return true;
     }
     const std::string url = shared.ServerDownloadPath + kBusyAnimation;

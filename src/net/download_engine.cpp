@@ -47,11 +47,17 @@ void frmSwiftPatch::Inet1_StateChanged(std::int16_t state) {
                 break;
             case inet_state::kError:
                 ShowTransferFault();
+                if (downloadMode == DownloadMode::kSignature) {
+                    // Without the signature there is no update: nothing goes on, so it is told.
+                    throw RuntimeError(error_number::kRequestTimedOut);
+                }
                 ShowTransferError();
                 break;
             case inet_state::kResponseCompleted:
                 ShowTransferFault();
-                if (!headerProbe) {
+                if (downloadMode == DownloadMode::kSignature) {
+                    ReceiveSignature();
+                } else if (!headerProbe) {
                     ReceiveBody();
                 }
                 break;
@@ -111,6 +117,7 @@ bool frmSwiftPatch::OpenTarget(int file) {
         return false;
     }
     OpenForBinary(target, file);
+    signature.BeginBuild();
     return true;
 }
 
@@ -135,6 +142,9 @@ bool frmSwiftPatch::ReceiveChunks(int file) {
             Sleep(kAnimationPause);
         }
         PutBytes(file, chunk.View());
+        if (BuildSignature::IsWanted()) {
+            signature.AddToBuild(chunk.View());
+        }
         done = upperBound == kNoBytes;
         DoEventsPaced();
     }
@@ -166,6 +176,11 @@ void frmSwiftPatch::FollowUp() {
     if (downloadMode != DownloadMode::kBuild) {
         tmrCheckVersion.Enabled = false;
         cmdClose.Enabled = true;
+        return;
+    }
+    // Before anything looks into the file.
+    if (BuildSignature::IsWanted() && !IsDownloadSigned()) {
+        downloadMode = DownloadMode::kNone;
         return;
     }
     ProgressBar1.Value = 0;

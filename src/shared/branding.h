@@ -13,6 +13,12 @@
 #define SWIFTPATCH_DEFAULT_SERVER "updates.example.com/download/"
 #endif
 
+/// The keys of which one has to have signed a build: the second line of each minisign.pub, a blank
+/// between two. Empty: the data file's, if it has any.
+#ifndef SWIFTPATCH_SIGNING_KEYS
+#define SWIFTPATCH_SIGNING_KEYS ""
+#endif
+
 /// Two lines for the splash window.
 #ifndef SWIFTPATCH_SLOGAN
 #define SWIFTPATCH_SLOGAN "Always the latest version,\r\nnever a lost file."

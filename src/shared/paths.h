@@ -13,6 +13,7 @@ inline constexpr const char* kMainProgram = "tolvex.exe";
 inline constexpr const char* kStagedBuild = "tolvex30.exe";
 /// On the server, next to the new build.
 inline constexpr const char* kLicenceText = "LICENSE.TXT";
+inline constexpr const char* kBuildSignature = "tolvex30.exe.minisig";
 
 /// The full path of a file in the application folder.
 inline std::string AppFile(const std::string& name) { return App::Path() + "\\" + name; }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace swiftpatch {
@@ -12,6 +13,9 @@ struct SharedState {
     std::string LogFileName;
     /// Install a staged build as soon as it is ready, without a press of the button.
     bool InstallAtOnce = false;
+    /// The keys of which one has to have signed a build, as the maker wrote them, readable or not.
+    /// Without them builds need no signature.
+    std::optional<std::string> SigningKeys;
     /// True only while the splash window runs the settings loader.
     bool LoadingPreferences = false;
     /// Local time minus UTC, in minutes.

@@ -25,6 +25,7 @@ const std::map<std::string, ScenarioRun::Action>& ScenarioRun::Actions() {
         {"animation", &ScenarioRun::Animation},
         {"settings", &ScenarioRun::Settings},
         {"https", &ScenarioRun::SpeakHttps},
+        {"keys", &ScenarioRun::Keys},
         {"file", &ScenarioRun::PlaceFile},
         {"folder", &ScenarioRun::PlaceFolder},
         {"held", &ScenarioRun::Hold},

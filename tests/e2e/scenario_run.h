@@ -42,6 +42,7 @@ private:
     void Animation(const std::string& state);
     void Settings(const std::string& contents);
     void SpeakHttps(const std::string& certificate);
+    void Keys(const std::string& names);
     void PlaceFile(const std::string& nameAndContent);
     void PlaceFolder(const std::string& name);
     void Hold(const std::string& name);
@@ -51,6 +52,7 @@ private:
 
     // The server.
     void PrepareServer();
+    std::string SignaturesOf(const std::vector<scenarios::Signature>& signatures) const;
     Reply UsualReply(const std::string& name) const;
     Reply ReplyOf(const scenarios::Script& script);
     void Apply(const scenarios::Answer& answer, Reply& reply);
@@ -89,6 +91,7 @@ private:
     const scenarios::Table& table_;
     const scenarios::Row& row_;
     std::string offered_ = "3.0.12.5";
+    bool signed_ = false;
     HttpServer other_{2};
     std::optional<DeadPort> nobody_;
     std::optional<TlsFront> named_;   ///< What the data file names, in a row about https.

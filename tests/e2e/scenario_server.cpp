@@ -10,6 +10,8 @@ using scenarios::Script;
 
 // A name "other:file" stands for a file on the second server.
 constexpr char kOnOther[] = "other:";
+constexpr char kBuild[] = "tolvex30.exe";
+constexpr char kSignature[] = "tolvex30.exe.minisig";
 constexpr std::size_t kLicenceSize = 5000;
 constexpr int kAnimationFrames = 2;
 
@@ -62,11 +64,20 @@ HttpServer& ScenarioRun::ServerOf(const std::string& name) {
     return name.rfind(kOnOther, 0) == 0 ? other_ : server_;
 }
 
+std::string ScenarioRun::SignaturesOf(const std::vector<scenarios::Signature>& signatures) const {
+    return scenarios::SignatureFile(signatures, offered_,
+                                    [this](const std::string& version) { return Build(version); });
+}
+
 Reply ScenarioRun::UsualReply(const std::string& name) const {
     Reply reply;
     if (name == "LICENSE.TXT") {
         reply.body = Body(std::string(kLicenceSize, 'L'));
         return reply;
+    }
+    if (name == kSignature) {
+        reply.body = Body(SignaturesOf({{"maker", "", kBuild}}));
+        return signed_ ? reply : NotFound();
     }
     if (name == "filecopy.avi") {
         reply.body = Body(fixtures::MakeAnimation(kAnimationFrames));
@@ -76,7 +87,7 @@ Reply ScenarioRun::UsualReply(const std::string& name) const {
 }
 
 void ScenarioRun::PrepareServer() {
-    for (const char* name : {"tolvex30.exe", "LICENSE.TXT", "filecopy.avi"}) {
+    for (const char* name : {kBuild, kSignature, "LICENSE.TXT", "filecopy.avi"}) {
         server_.On(TargetOf(name), UsualReply(name));
     }
     std::map<RequestKind, std::vector<const Script*>> inTurns;
@@ -122,6 +133,9 @@ Reply ScenarioRun::ReplyOf(const Script& script) {
 void ScenarioRun::Apply(const Answer& answer, Reply& reply) {
     if (answer.build) {
         reply.body = Body(Build(*answer.build));
+    }
+    if (!answer.signatures.empty()) {
+        reply.body = Body(SignaturesOf(answer.signatures));
     }
     if (answer.letters) {
         reply.body = Body(std::string(*answer.letters, 'x'));

@@ -79,6 +79,11 @@ void ScenarioRun::SpeakHttps(const std::string& certificate) {
     folder_->WriteSettings(NamedFolder());
 }
 
+void ScenarioRun::Keys(const std::string& names) {
+    folder_->WriteSettings(NamedFolder(), "SigningKeys=" + scenarios::KeysOf(names) + "\r\n");
+    signed_ = true;
+}
+
 void ScenarioRun::PlaceFile(const std::string& nameAndContent) {
     const auto [name, content] = scenarios::NameAndContent(nameAndContent);
     folder_->Write(name, Content(content));

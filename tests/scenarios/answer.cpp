@@ -53,6 +53,20 @@ void ReadInterim(Answer& answer, const std::string& text) {
     answer.interim = line;
 }
 
+// "maker", "maker of 3.0.11.0", "maker as other.exe"
+void ReadSignature(Answer& answer, const std::string& text) {
+    Signature signature;
+    std::string rest = text;
+    signature.key = TakeWord(rest);
+    if (TakeBeginning(rest, "of")) {
+        signature.version = TakeWord(rest);
+    }
+    if (TakeBeginning(rest, "as")) {
+        signature.file = TakeWord(rest);
+    }
+    answer.signatures.push_back(signature);
+}
+
 Reader Breaches(Breach breach) {
     return [breach](Answer& answer, const std::string& text) {
         answer.breach = breach;
@@ -85,6 +99,7 @@ const std::vector<Clause>& Clauses() {
         {"build", [](Answer& a, const std::string& t) { a.build = t; }},
         {"letters", [](Answer& a, const std::string& t) { a.letters = NumberIn(t); }},
         {"first", [](Answer& a, const std::string& t) { a.first = NumberIn(t); }},
+        {"signed by", ReadSignature},
         {"chunks of", [](Answer& a, const std::string& t) { a.chunkSize = NumberIn(t); }},
         {"raw", [](Answer& a, const std::string& t) { a.raw = Unescaped(t); }},
         {"noise", [](Answer& a, const std::string& t) { a.raw = Noise(t); }},

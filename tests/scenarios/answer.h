@@ -13,6 +13,13 @@ enum class Breach { kNone, kStall, kReset, kClose };
 /// What the server does with a connection after a whole answer.
 enum class Afterwards { kKeep, kClose, kReset };
 
+/// A signature of a build.
+struct Signature {
+    std::string key;                    ///< The name of a key pair.
+    std::string version;                ///< Of the build; empty for the one on offer.
+    std::string file = "tolvex30.exe";  ///< The name that it was signed under.
+};
+
 /// How one answer of the server differs from the faultless one for the file that was asked for.
 struct Answer {
     std::optional<std::string> statusLine;
@@ -25,6 +32,7 @@ struct Answer {
     std::optional<std::string> build;    ///< The body is the sample build of this version.
     std::optional<std::size_t> letters;  ///< The body is so many letters.
     std::optional<std::size_t> first;    ///< Only so many bytes of the body, correctly announced.
+    std::vector<Signature> signatures;   ///< The body is these.
     std::size_t chunkSize = 0;           ///< The body comes in chunks of this size.
 
     std::optional<std::string> raw;  ///< The whole answer, verbatim; nothing of the above counts.

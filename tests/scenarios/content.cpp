@@ -3,6 +3,7 @@
 #include <map>
 
 #include "scenarios/words.h"
+#include "support/minisign_signer.h"
 
 namespace swiftpatch::scenarios {
 
@@ -22,6 +23,28 @@ std::string ContentOf(std::string description, const MakeBuild& build) {
         return ContentOf(description, build).substr(0, size);
     }
     return build(description);
+}
+
+std::string KeysOf(const std::string& names) {
+    if (names == "none") {
+        return {};
+    }
+    std::string keys;
+    for (const std::string& name : SplitAt(names, ' ')) {
+        keys += (keys.empty() ? "" : " ") + MinisignSigner(name).PublicKeyText();
+    }
+    return keys;
+}
+
+std::string SignatureFile(const std::vector<Signature>& signatures, const std::string& offered,
+                          const MakeBuild& build) {
+    std::string file;
+    for (const Signature& signature : signatures) {
+        const std::string bytes = build(signature.version.empty() ? offered : signature.version);
+        file += MinisignSigner(signature.key)
+                    .SignBuild(HashOfBuild(bytes), TrustedCommentFor(signature.file));
+    }
+    return file;
 }
 
 std::pair<std::string, std::string> NameAndContent(const std::string& text) {

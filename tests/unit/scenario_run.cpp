@@ -30,19 +30,34 @@ std::string ScenarioContent(const std::string& description) {
 const std::map<std::string, ScenarioRun::Action>& ScenarioRun::Actions() {
     using Self = ScenarioRun;
     static const std::map<std::string, Action> kActions{
-        {"offers", &Self::Offers},         {"installed", &Self::Installed},
-        {"staged", &Self::Staged},         {"animation", &Self::Animation},
-        {"settings", &Self::Settings},     {"file", &Self::PlaceFile},
-        {"clock", &Self::SetClock},        {"zone", &Self::SetZone},
-        {"connection", &Self::Connection}, {"patience", &Self::Patience},
-        {"shows", &Self::SeeText},         {"caption", &Self::SeeCaption},
-        {"sees", &Self::SeeControl},       {"hidden", &Self::SeeHidden},
-        {"report", &Self::SeeReport},      {"press", &Self::Press},
-        {"untick", &Self::Untick},         {"lasts", &Self::CheckTime},
-        {"ends", &Self::AwaitEnd},         {"requests", &Self::CheckRequests},
-        {"files", &Self::CheckFiles},      {"content", &Self::CheckContent},
-        {"yields", &Self::CheckYields},    {"box", &Self::CheckBox},
-        {"failure", &Self::Pass},          {"off", &Self::SwitchOff},
+        {"offers", &Self::Offers},
+        {"installed", &Self::Installed},
+        {"staged", &Self::Staged},
+        {"animation", &Self::Animation},
+        {"settings", &Self::Settings},
+        {"file", &Self::PlaceFile},
+        {"keys", &Self::Keys},
+        {"started", &Self::CheckStarted},
+        {"clock", &Self::SetClock},
+        {"zone", &Self::SetZone},
+        {"connection", &Self::Connection},
+        {"patience", &Self::Patience},
+        {"shows", &Self::SeeText},
+        {"caption", &Self::SeeCaption},
+        {"sees", &Self::SeeControl},
+        {"hidden", &Self::SeeHidden},
+        {"report", &Self::SeeReport},
+        {"press", &Self::Press},
+        {"untick", &Self::Untick},
+        {"lasts", &Self::CheckTime},
+        {"ends", &Self::AwaitEnd},
+        {"requests", &Self::CheckRequests},
+        {"files", &Self::CheckFiles},
+        {"content", &Self::CheckContent},
+        {"yields", &Self::CheckYields},
+        {"box", &Self::CheckBox},
+        {"failure", &Self::Pass},
+        {"off", &Self::SwitchOff},
     };
     return kActions;
 }
@@ -111,6 +126,8 @@ void ScenarioRun::Settings(const std::string& contents) {
     shared.InstallAtOnce = true;
 }
 
+void ScenarioRun::Keys(const std::string& names) { shared.SigningKeys = scenarios::KeysOf(names); }
+
 void ScenarioRun::PlaceFile(const std::string& nameAndContent) {
     const auto [name, content] = scenarios::NameAndContent(nameAndContent);
     const headless::File* old = world.disk.Find(world.PathOf(name));
@@ -129,7 +146,8 @@ void ScenarioRun::Connection(const std::string& kind) {
 }
 
 void ScenarioRun::PrepareServer() {
-    for (const char* name : {"tolvex30.exe", "LICENSE.TXT", "filecopy.avi"}) {
+    for (const char* name :
+         {"tolvex30.exe", "LICENSE.TXT", "filecopy.avi", "tolvex30.exe.minisig"}) {
         for (const char* method : {"HEAD", "GET"}) {
             world.network.Answer(Url(method, name), ReplyTo(name, {}));
         }
@@ -162,11 +180,17 @@ std::string ScenarioRun::UsualBody(const std::string& name) const {
     if (name == "LICENSE.TXT") {
         return std::string(kLicenceSize, 'L');
     }
+    if (name == "tolvex30.exe.minisig") {
+        return scenarios::SignatureFile({{"maker", "", "tolvex30.exe"}}, offered_, ScenarioContent);
+    }
     return name == "filecopy.avi" ? std::string(20000, 'a') : ScenarioContent(offered_);
 }
 
 headless::Reply ScenarioRun::ReplyTo(const std::string& name, const Answer& answer) const {
     std::string body = answer.build ? ScenarioContent(*answer.build) : UsualBody(name);
+    if (!answer.signatures.empty()) {
+        body = scenarios::SignatureFile(answer.signatures, offered_, ScenarioContent);
+    }
     if (answer.letters) {
         body = std::string(*answer.letters, 'x');
     }

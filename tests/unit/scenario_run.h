@@ -32,6 +32,7 @@ private:
     void Staged(const std::string& versionAndTime);
     void Animation(const std::string& state);
     void Settings(const std::string& contents);
+    void Keys(const std::string& names);
     void PlaceFile(const std::string& nameAndContent);
     void SetClock(const std::string& time);
     void SetZone(const std::string& minutes) { world.utcOffsetMinutes = std::stoi(minutes); }
@@ -72,6 +73,7 @@ private:
     void CheckRequests(const std::string& requests);
     void CheckFiles(const std::string& differences);
     void CheckContent(const std::string& nameAndContent);
+    void CheckStarted(const std::string& yesOrNo);
     void CheckTime(const std::string& limits);
     void CheckYields(const std::string& count);
 

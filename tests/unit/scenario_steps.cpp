@@ -186,6 +186,10 @@ void ScenarioRun::CheckContent(const std::string& nameAndContent) {
     }
 }
 
+void ScenarioRun::CheckStarted(const std::string& yesOrNo) {
+    EXPECT_EQ(!world.trace.StartingWith("ShellExecute").empty(), yesOrNo == "yes");
+}
+
 // "120 to 130"
 void ScenarioRun::CheckTime(const std::string& limits) {
     std::string most = limits;

@@ -134,5 +134,27 @@ TEST_F(Settings, PathsAreTheApplicationFolderAndTheName) {
     EXPECT_EQ(AppFile(kStagedBuild), "D:\\Some Where\\tolvex30.exe");
 }
 
+TEST_F(Settings, WithoutSigningKeysThereAreNone) {
+    Load("InstallAtOnce=1\r\n");
+    EXPECT_EQ(shared.SigningKeys, std::nullopt);
+}
+
+TEST_F(Settings, SigningKeysAreTakenAsTheyStand) {
+    Load("SigningKeys=RWone RWtwo\r\n");
+    EXPECT_EQ(shared.SigningKeys, "RWone RWtwo");
+}
+
+TEST_F(Settings, SigningKeysWithoutAValueAreThere) {
+    Load("SigningKeys=\r\n");
+    EXPECT_EQ(shared.SigningKeys, "");
+    Load("SigningKeys=   \r\n");
+    EXPECT_EQ(shared.SigningKeys, "");
+}
+
+TEST_F(Settings, SigningKeysThatAreTooLongAreThere) {
+    Load("SigningKeys=" + std::string(300, 'R') + "\r\n");
+    EXPECT_EQ(shared.SigningKeys, std::string(255, 'R'));
+}
+
 }  // namespace
 }  // namespace swiftpatch

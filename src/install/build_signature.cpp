@@ -1,0 +1,86 @@
+#include "install/build_signature.h"
+
+#include <optional>
+
+#include "runtime/numbers.h"
+#include "runtime/runtime_error.h"
+#include "runtime/strings.h"
+#include "shared/paths.h"
+#include "shared/shared_state.h"
+
+namespace swiftpatch {
+namespace {
+
+constexpr std::size_t kBlock = std::size_t{64} * 1024;
+
+std::optional<Blake2b::Digest> HashOf(LockedFile& file,
+                                      const std::function<void()>& afterEachBlock) {
+    try {
+        Blake2b hash;
+        std::vector<std::uint8_t> block(kBlock);
+        while (const std::size_t count = file.Read(block)) {
+            hash.Update({block.data(), count});
+            afterEachBlock();
+        }
+        return hash.Finish();
+    } catch (const RuntimeError&) {
+        return {};
+    }
+}
+
+/// The four numbers of 16 bits. The text shows those above 32767 as negative ones.
+std::vector<std::int32_t> Parts(const std::string& version) {
+    std::vector<std::int32_t> parts;
+    for (const std::string& part : Split(version, '.')) {
+        parts.push_back(IsNumeric(part) ? ToLong(part) & 0xFFFF : 0);
+    }
+    return parts;
+}
+
+}  // namespace
+
+bool BuildSignature::IsWanted() { return shared.SigningKeys.has_value(); }
+
+bool BuildSignature::ReadKeys() {
+    keys_ = ParseSigningKeys(shared.SigningKeys.value_or("")).value_or(std::vector<SigningKey>());
+    return !keys_.empty();
+}
+
+void BuildSignature::AddToBuild(std::string_view bytes) {
+    incoming_.Update({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+}
+
+bool BuildSignature::ReadBuild(LockedFile& build, const std::function<void()>& afterEachBlock) {
+    const std::optional<Blake2b::Digest> hash = HashOf(build, afterEachBlock);
+    hash_ = hash.value_or(Blake2b::Digest());
+    return hash.has_value();
+}
+
+bool BuildSignature::Fits() const {
+    return JudgeSignature(blocks_, keys_, hash_, kStagedBuild) == SignatureVerdict::kSigned;
+}
+
+bool BuildSignature::IsSameBuild(const std::string& path) const {
+    try {
+        LockedFile file(path);
+        return HashOf(file, [] {}) == hash_;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+void DeleteRefusedBuild() {
+    try {
+        if (FileExists(AppFile(kStagedBuild))) {
+            Kill(AppFile(kStagedBuild));
+        }
+    } catch (const RuntimeError&) {
+        return;
+    }
+}
+
+bool IsDowngrade(const std::string& installed, const std::string& offered) {
+    return Parts(offered) < Parts(installed);
+}
+
+}  // namespace swiftpatch
