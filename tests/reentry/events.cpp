@@ -5,7 +5,9 @@
 #include "install/frmRunning.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "reentry/machine.h"
+#include "runtime/files.h"
 #include "runtime/runtime_error.h"
+#include "shared/shared_state.h"
 
 namespace swiftpatch::reentry {
 
@@ -149,6 +151,14 @@ Event MoveClock(const char* how, std::int64_t days) {
             [days](World& world) { world.localMilliseconds += days * 24 * 60 * 60 * 1000; }};
 }
 
+/// Another process puts its own build in the place of the one that is staged. What this program has
+/// open for writing nobody else can change.
+void ExchangeBuild(World& world) {
+    if (shared.SigningKeys && FreeFile() == 1) {
+        world.disk.ChangeFromOutside(world.PathOf("tolvex30.exe"), kForgedBuild);
+    }
+}
+
 void Hold(World& world, const std::string& name) {
     if (headless::File* file = world.disk.Find(world.PathOf(name))) {
         file->held = true;
@@ -159,6 +169,14 @@ void FillDisk(World& world) {
     for (const char* operation : {"Put", "FileCopy", "Close"}) {
         for (int nth = 1; nth <= 3; ++nth) {
             world.disk.Fail(operation, error_number::kDiskFull, nth);
+        }
+    }
+}
+
+void MakeUnreadable(World& world) {
+    for (const char* operation : {"Lock", "Read"}) {
+        for (int nth = 1; nth <= 3; ++nth) {
+            world.disk.Fail(operation, error_number::kDeviceIoError, nth);
         }
     }
 }
@@ -189,6 +207,7 @@ std::vector<Event> AllDiskFaults() {
         held("tolvex30.exe"),
         held("filecopy.avi"),
         {"disk full", FillDisk, true},
+        {"disk unreadable", MakeUnreadable, true},
         {"folder removed", RemoveFolder, true},
         {"folder read-only", ForbidWriting, true},
     };
@@ -220,6 +239,7 @@ std::vector<Event> AllEvents() {
         Break("lost", error_number::kRequestFailed),
         MoveClock("forward", 1),
         MoveClock("back", -1),
+        {"build exchanged", ExchangeBuild},
     };
     // The states on the way to an answer; 11 and 12 come with the failures and the answer above.
     for (int state = 1; state <= 10; ++state) {

@@ -47,6 +47,8 @@ Outcome Play(const Scenario& scenario, MsgBoxAnswer answer, const Intrusions& in
 
 extern const std::string kOldBuild;
 extern const std::string kNewBuild;
+/// Nobody has signed it, and it is as long as the new one.
+extern const std::string kForgedBuild;
 
 std::vector<Scenario> AllScenarios();
 std::vector<Event> AllEvents();

@@ -2,6 +2,8 @@
 #include "runtime/headless/disk.h"
 #include "runtime/runtime_error.h"
 #include "shared/branding.h"
+#include "shared/shared_state.h"
+#include "support/minisign_signer.h"
 
 namespace swiftpatch::reentry {
 
@@ -88,6 +90,67 @@ void LoseTheServer(World& world) {
     }
 }
 
+const MinisignSigner& Maker() {
+    static const MinisignSigner maker("maker");
+    return maker;
+}
+
+/// Made once: thousands of runs begin with it.
+const std::string& SignatureOf(const std::string& build) {
+    static std::map<std::string, std::string> signatures;
+    std::string& signature = signatures[build];
+    if (signature.empty()) {
+        signature = Maker().SignBuild(HashOfBuild(build), TrustedCommentFor("tolvex30.exe"));
+    }
+    return signature;
+}
+
+/// From here on builds have to be signed, and the one on offer is.
+void Sign(World& world) {
+    shared.SigningKeys = Maker().PublicKeyText();
+    world.network.Answer("GET " + std::string(kFolder) + "tolvex30.exe.minisig",
+                         FileReply(SignatureOf(kNewBuild)));
+}
+
+void OfferSigned(World& world) {
+    Offer(world);
+    Sign(world);
+}
+
+void OfferWhatIsStagedAndSigned(World& world) {
+    OfferWhatIsStaged(world);
+    Sign(world);
+}
+
+void OfferToInstallSignedAtOnce(World& world) {
+    OfferToInstallAtOnce(world);
+    Sign(world);
+}
+
+void OfferForged(World& world) {
+    OfferSigned(world);
+    world.network.Answer("GET " + std::string(kFolder) + "tolvex30.exe",
+                         FileReply(kForgedBuild, kServerDate));
+}
+
+void StageForged(World& world) {
+    OfferWhatIsStagedAndSigned(world);
+    world.AddFile("tolvex30.exe", kForgedBuild, kNewer);
+}
+
+void ChangeTheServerMeanwhile(World& world) {
+    OfferSigned(world);
+    world.network.AnswerNext("GET " + std::string(kFolder) + "tolvex30.exe.minisig",
+                             FileReply(SignatureOf(kOldBuild)));
+}
+
+void LoseTheSignatureOnce(World& world) {
+    OfferSigned(world);
+    Reply stalled = FileReply(SignatureOf(kNewBuild));
+    stalled.stallAfter = 40;
+    world.network.AnswerNext("GET " + std::string(kFolder) + "tolvex30.exe.minisig", stalled);
+}
+
 void RunTheMainProgram(World& world) {
     OfferWhatIsStaged(world);
     world.desktop.push_back({0x500, "q-Tolvex.exe", "q-Tolvex.exe", 0, false, {}});
@@ -99,6 +162,7 @@ void RunTheMainProgram(World& world) {
 // text proves the connection then.
 const std::string kOldBuild = headless::Build("3.0.11.0", 81000);
 const std::string kNewBuild = headless::Build("3.0.12.5", 80000);
+const std::string kForgedBuild = headless::Build("9.9.9.9", 80000);
 
 std::vector<Scenario> AllScenarios() {
     return {
@@ -115,6 +179,13 @@ std::vector<Scenario> AllScenarios() {
         {"SplashHandOver", OfferWhatIsInstalled, {}, true},
         {"CloseDuringDownload", Offer, {Deed::kCloseByCorner}},
         {"SessionEnd", Offer, {Deed::kEndSession}},
+        {"SignedDownload", OfferSigned, {Deed::kInstall}},
+        {"SignedInstall", OfferWhatIsStagedAndSigned, {Deed::kInstall}},
+        {"SignedInstallAtOnce", OfferToInstallSignedAtOnce, {}},
+        {"ForgedDownload", OfferForged, {Deed::kInstall}},
+        {"ForgedStagedBuild", StageForged, {Deed::kInstall}},
+        {"SignatureChangesMeanwhile", ChangeTheServerMeanwhile, {}},
+        {"RetryAfterALostSignature", LoseTheSignatureOnce, {Deed::kRetry}},
     };
 }
 
