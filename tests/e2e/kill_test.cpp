@@ -44,8 +44,14 @@ protected:
         reply.body = Body(new_);
         reply.bytesPerSecond = kNewSize;
         Publish(reply);
-        folder_->WriteSettings(ServerFolder(), "InstallAtOnce=1\r\n");
+        Configure("");
     }
+
+    void Configure(const std::string& keys) {
+        folder_->WriteSettings(ServerFolder(), "InstallAtOnce=1\r\n" + keys);
+    }
+
+    void KillAtRandom(int kills);
 
     /// The folder as before an update; with the new build in it when only the install is left.
     void Restore(bool staged) const {
@@ -177,8 +183,7 @@ protected:
     std::map<std::string, int> hits_;
 };
 
-TEST_F(KilledUpdate, LosesNothingAndIsFinishedByTheNextRun) {
-    const int kills = TestOptions().kills;
+void KilledUpdate::KillAtRandom(int kills) {
     std::mt19937 random(TestOptions().seed);
     const microseconds install = MeasureInstall();
     std::cout << "seed " << TestOptions().seed << ", an install takes " << install.count()
@@ -206,6 +211,15 @@ TEST_F(KilledUpdate, LosesNothingAndIsFinishedByTheNextRun) {
     for (const auto& [where, count] : hits_) {
         std::cout << "  " << where << ": " << count << "\n";
     }
+}
+
+TEST_F(KilledUpdate, LosesNothingAndIsFinishedByTheNextRun) {
+    KillAtRandom((TestOptions().kills + 1) / 2);
+}
+
+TEST_F(KilledUpdate, ThatHasToBeSignedLosesNothingAndIsFinishedByTheNextRun) {
+    Configure(Sign(new_));
+    KillAtRandom(TestOptions().kills / 2);
 }
 
 }  // namespace

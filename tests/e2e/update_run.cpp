@@ -6,6 +6,7 @@
 #include "e2e/options.h"
 #include "e2e/text.h"
 #include "fixtures/animation.h"
+#include "support/minisign_signer.h"
 
 namespace swiftpatch::e2e {
 namespace {
@@ -105,6 +106,13 @@ void UpdateRun::Publish(const Reply& build) {
     // So that the text before its answer can be seen.
     animation.delay = milliseconds(300);
     server_.On(kAnimationTarget, animation);
+}
+
+std::string UpdateRun::Sign(const std::string& build) {
+    const MinisignSigner maker("maker");
+    server_.On(kSignatureTarget,
+               Plain(maker.SignBuild(HashOfBuild(build), TrustedCommentFor("tolvex30.exe"))));
+    return "SigningKeys=" + maker.PublicKeyText() + "\r\n";
 }
 
 void UpdateRun::Install(const std::string& version) const {

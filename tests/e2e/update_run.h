@@ -20,6 +20,7 @@ inline constexpr char kServerDate[] = "Wed, 05 Feb 2020 08:12:00 GMT";
 inline constexpr UtcTime kServerTime{std::chrono::seconds(1580890320)};
 
 inline constexpr char kBuildTarget[] = "/upd/tolvex30.exe";
+inline constexpr char kSignatureTarget[] = "/upd/tolvex30.exe.minisig";
 inline constexpr char kLicenceTarget[] = "/upd/LICENSE.TXT";
 inline constexpr char kAnimationTarget[] = "/upd/filecopy.avi";
 
@@ -44,6 +45,8 @@ protected:
     /// The server offers a build, the licence text and the animation.
     void Publish(const std::string& version);
     void Publish(const Reply& build);
+    /// The server has the maker's signature of `build`; returns what the data file then has to say.
+    std::string Sign(const std::string& build);
     /// Puts a build into the application folder as tolvex.exe.
     void Install(const std::string& version) const;
     /// Puts a build into the application folder as tolvex30.exe, last changed at `time`.
