@@ -22,10 +22,15 @@ struct Row {
     std::function<void(const Options&)> measure;
 };
 
-const std::array kRows{Row{"download", MeasureDownload}, Row{"secure", MeasureSecureDownload},
-                       Row{"memory", MeasureMemory},     Row{"throttled", MeasureThrottled},
-                       Row{"requests", MeasureRequests}, Row{"windows", MeasureWindows},
-                       Row{"install", MeasureInstall},   Row{"log", MeasureLog}};
+const std::array kRows{Row{"download", MeasureDownload},
+                       Row{"secure", MeasureSecureDownload},
+                       Row{"signed", MeasureSignedDownload},
+                       Row{"memory", MeasureMemory},
+                       Row{"throttled", MeasureThrottled},
+                       Row{"requests", MeasureRequests},
+                       Row{"windows", MeasureWindows},
+                       Row{"install", MeasureInstall},
+                       Row{"log", MeasureLog}};
 
 bool IsAsked(const std::vector<std::string>& asked, const std::string& name) {
     return asked.empty() || std::find(asked.begin(), asked.end(), name) != asked.end();

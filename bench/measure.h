@@ -78,6 +78,7 @@ private:
 // The rows of the table, each of which prints its figures.
 void MeasureDownload(const e2e::Options& options);
 void MeasureSecureDownload(const e2e::Options& options);
+void MeasureSignedDownload(const e2e::Options& options);
 void MeasureMemory(const e2e::Options& options);
 void MeasureThrottled(const e2e::Options& options);
 void MeasureRequests(const e2e::Options& options);

@@ -9,6 +9,7 @@
 #include "e2e/text.h"
 #include "e2e/tls_front.h"
 #include "measure.h"
+#include "support/minisign_signer.h"
 
 namespace swiftpatch::bench {
 
@@ -22,15 +23,16 @@ constexpr int kLargeMegabytes = 256;
 // The server as a process of its own, so that it does not share the time of what is measured.
 class FarServer {
 public:
-    enum class Scheme { kHttp, kHttps };
+    enum class Kind { kPlain, kSecure, kSigned };
 
-    explicit FarServer(const Options& options, Scheme scheme = Scheme::kHttp)
+    explicit FarServer(const Options& options, Kind kind = Kind::kPlain)
         : addressFile_(options.scratch / "server.txt") {
         fs::remove(addressFile_);
-        process_.emplace(options.fixtures.parent_path() / "bench_server.exe", Quoted(addressFile_));
+        process_.emplace(options.fixtures.parent_path() / "bench_server.exe",
+                         Quoted(addressFile_) + (kind == Kind::kSigned ? L" signed" : L""));
         Await(
             "the server", [this] { return !Address().empty(); }, kLongestStage);
-        if (scheme == Scheme::kHttps) {
+        if (kind == Kind::kSecure) {
             TrustOwnAuthority();
             const std::string address = Address();
             const auto port = std::stoul(address.substr(address.rfind(':') + 1));
@@ -72,9 +74,10 @@ void CheckSize(const fs::path& file, int megabytes) {
 
 // From the moment when the file for the body is made to the one when it holds the whole: what the
 // dialogs before and after it cost is no download.
-Download ByProduct(const Options& options, const FarServer& server, int megabytes) {
+Download ByProduct(const Options& options, const FarServer& server, int megabytes,
+                   const std::string& moreSettings = {}) {
     const AppFolder folder(options.scratch / "app", options.updater);
-    Furnish(folder, options, server.Folder(megabytes));
+    Furnish(folder, options, server.Folder(megabytes), moreSettings);
     const Updater updater(folder.Updater());
     const fs::path target = folder.File("tolvex30.exe");
     std::optional<WarmMemory> memory(kLargeMegabytes);
@@ -152,7 +155,7 @@ void MeasureDownload(const Options& options) {
 }
 
 void MeasureSecureDownload(const Options& options) {
-    const FarServer server(options, FarServer::Scheme::kHttps);
+    const FarServer server(options, FarServer::Kind::kSecure);
     std::vector<double> wall;
     for (int run = 1; run <= kRuns; ++run) {
         const Cost plain = ByPlain(options, server, L"read 65536");
@@ -164,6 +167,30 @@ void MeasureSecureDownload(const Options& options) {
         wall.push_back(product.seconds / plain.seconds);
     }
     PrintFigure("download-secure", Median(wall));
+}
+
+// Of the updater itself, without and with the check.
+void MeasureSignedDownload(const Options& options) {
+    const FarServer server(options, FarServer::Kind::kSigned);
+    const std::string keys = "SigningKeys=" + MinisignSigner("maker").PublicKeyText() + "\r\n";
+    std::vector<double> wall;
+    std::vector<double> processor;
+    std::vector<double> memory;
+    for (int run = 1; run <= kRuns; ++run) {
+        const Download without = ByProduct(options, server, kLargeMegabytes);
+        const Download with = ByProduct(options, server, kLargeMegabytes, keys);
+        PrintRun(
+            "download of %d MiB, seconds (processor), largest memory: unsigned %.2f (%.2f) %.2f "
+            "MiB, signed %.2f (%.2f) %.2f MiB",
+            kLargeMegabytes, without.cost.seconds, without.cost.processor, without.peakMegabytes,
+            with.cost.seconds, with.cost.processor, with.peakMegabytes);
+        wall.push_back(with.cost.seconds / without.cost.seconds);
+        processor.push_back(with.cost.processor / without.cost.processor);
+        memory.push_back((with.peakMegabytes - without.peakMegabytes) * 1024);
+    }
+    PrintFigure("signed-wall", Median(wall));
+    PrintFigure("signed-processor", Median(processor));
+    PrintFigure("signed-memory", Median(memory));
 }
 
 void MeasureMemory(const Options& options) {
