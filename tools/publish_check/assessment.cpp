@@ -21,9 +21,9 @@ constexpr std::int64_t kMinutesADay = std::int64_t{24} * 60;
 /// The runs of one installed program, on machines with different pasts.
 class Updater {
 public:
-    Updater(const ServerState& state, const PublishedFolder& folder, const Installed& installed,
-            DateTime now)
-        : state_(state), folder_(folder), installed_(installed), now_(now) {}
+    Updater(const ServerState& state, const Installed& installed, DateTime now,
+            const std::optional<std::string>& keys)
+        : state_(state), installed_(installed), now_(now), keys_(keys) {}
 
     VersionAssessment Assess();
 
@@ -40,9 +40,10 @@ private:
     void JudgeMissingAnimation(Findings& findings);
 
     const ServerState& state_;
-    const PublishedFolder& folder_;
+    PublishedFolder folder_{state_};
     Installed installed_;
     DateTime now_;
+    const std::optional<std::string>& keys_;
     std::optional<FileVersions> offered_ = ReadFileVersions(state_.build.get.body);
     VersionAssessment result_;
 };
@@ -71,7 +72,7 @@ std::size_t Updater::InstalledSize() const {
 }
 
 FieldMachine Updater::NewMachine() const {
-    FieldMachine machine(now_);
+    FieldMachine machine(now_, keys_);
     if (installed_.version) {
         machine.PutBuild(swiftpatch::kMainProgram, installed_.version, InstalledSize());
     }
@@ -103,6 +104,12 @@ void Updater::JudgeFirstRun(Findings& findings) {
         findings.Fault("downgrade", text + " That is NOT newer than the installed program.");
     } else {
         findings.Fault(NameOf(result_.run.outcome), text);
+    }
+    if (keys_ && StandingOfInstalled() == Standing::kNewer) {
+        findings.Warn("older",
+                      "The published build is OLDER than the installed one, and where builds have "
+                      "to be signed that is never offered. To go back, publish it again under a "
+                      "higher version.");
     }
 }
 
@@ -166,18 +173,18 @@ bool Assessment::Served() const {
            });
 }
 
-Assessment Assess(const ServerState& state, const std::vector<Installed>& installed, DateTime now) {
+Assessment Assess(const ServerState& state, const std::vector<Installed>& installed, DateTime now,
+                  const std::optional<std::string>& keys) {
     Assessment assessment;
     assessment.address = state.address;
     assessment.versions = ReadFileVersions(state.build.get.body);
-    assessment.findings = FolderFindings(state, now);
-    const PublishedFolder folder(state);
+    assessment.findings = FolderFindings(state, now, keys);
     std::vector<Installed> asked = installed;
     if (asked.empty()) {
         asked.push_back({kOldest});
     }
     for (const Installed& each : asked) {
-        assessment.updaters.push_back(Updater(state, folder, each, now).Assess());
+        assessment.updaters.push_back(Updater(state, each, now, keys).Assess());
     }
     return assessment;
 }

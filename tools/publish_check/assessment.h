@@ -33,8 +33,9 @@ struct Installed {
 };
 
 /// Looks at the folder as an updater does at the time `now` (UTC), for each of the installed
-/// programs; without any, for one that is older than every build.
+/// programs; without any, for one that is older than every build. With `keys`, as a data file names
+/// them, the updaters want a build that one of them has signed.
 Assessment Assess(const ServerState& state, const std::vector<Installed>& installed,
-                  swiftpatch::DateTime now);
+                  swiftpatch::DateTime now, const std::optional<std::string>& keys = {});
 
 }  // namespace publish_check

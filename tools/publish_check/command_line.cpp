@@ -1,10 +1,13 @@
 #include "publish_check/command_line.h"
 
+#include "publish_check/key_argument.h"
+
 namespace publish_check {
 namespace {
 
 constexpr const char* kInstalled = "--installed";
 constexpr const char* kNoProgram = "none";
+constexpr const char* kKeys = "--keys";
 
 std::optional<Installed> ReadInstalled(const std::string& text) {
     if (text == kNoProgram) {
@@ -33,6 +36,11 @@ void SetTarget(const std::string& text, CommandLine& line) {
     line.target = text;
 }
 
+void AddKey(const std::string& argument, CommandLine& line) {
+    const std::string key = ReadKeyArgument(argument);
+    line.keys = line.keys ? *line.keys + " " + key : key;
+}
+
 }  // namespace
 
 CommandLine ReadCommandLine(const std::vector<std::string>& arguments) {
@@ -54,6 +62,16 @@ CommandLine ReadCommandLine(const std::vector<std::string>& arguments) {
         } else if (argument.starts_with(std::string(kInstalled) + "=")) {
             line.installed.push_back(
                 NeedInstalled(argument.substr(std::string(kInstalled).size() + 1)));
+        } else if (argument == kKeys) {
+            if (++i == arguments.size()) {
+                throw UsageError("a key is missing after --keys");
+            }
+            AddKey(arguments[i], line);
+            while (i + 1 < arguments.size() && LooksLikeKeyArgument(arguments[i + 1])) {
+                AddKey(arguments[++i], line);
+            }
+        } else if (argument.starts_with(std::string(kKeys) + "=")) {
+            AddKey(argument.substr(std::string(kKeys).size() + 1), line);
         } else if (argument.starts_with("-")) {
             throw UsageError("unknown option " + argument);
         } else {
@@ -63,11 +81,19 @@ CommandLine ReadCommandLine(const std::vector<std::string>& arguments) {
     if (line.target.empty() && !line.help) {
         throw UsageError("the folder or address to check is missing");
     }
+    if (line.keys) {
+        CheckKeysTogether(*line.keys);
+    }
     return line;
 }
 
+std::string UsageLine() {
+    return "usage: publish-check FOLDER|URL [--installed VERSION ...] [--keys KEY ...] [--json] "
+           "[--help]\n";
+}
+
 std::string HelpText() {
-    return "usage: publish-check FOLDER|URL [--installed VERSION ...] [--json] [--help]\n"
+    return UsageLine() +
            "\n"
            "Says whether the updaters in the field would be served by a server folder: a folder "
            "of\n"
@@ -79,6 +105,11 @@ std::string HelpText() {
            "                           version (3.0.12.5), or beside none (the word \"none\"); "
            "may\n"
            "                           come several times, each with several versions\n"
+           "  --keys KEY ...           the updaters install only what was signed with one of "
+           "these\n"
+           "                           keys: the second line of a minisign.pub (56 letters), or "
+           "the\n"
+           "                           name of that file; up to four\n"
            "  --json                   write the result for machines\n"
            "  --help                   write this\n"
            "\n"

@@ -1,28 +1,28 @@
 #pragma once
 
-#include <stdexcept>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "publish_check/assessment.h"
+#include "publish_check/usage_error.h"
 
 namespace publish_check {
-
-/// The command line cannot be understood; says why.
-class UsageError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
 
 struct CommandLine {
     std::string target;  ///< A folder, or the address of one.
     std::vector<Installed> installed;
+    std::optional<std::string> keys;  ///< As a data file names them.
     bool json = false;
     bool help = false;
 };
 
-/// Reads the arguments that follow the program's name.
+/// Reads the arguments that follow the program's name, and the files of keys among them. Throws
+/// UsageError.
 CommandLine ReadCommandLine(const std::vector<std::string>& arguments);
+
+/// The first line of what --help prints.
+std::string UsageLine();
 
 /// What --help prints.
 std::string HelpText();

@@ -32,6 +32,11 @@ public:
         world.SetLocalTime(now);
         // What was observed is asked of the window; of a large build the trace would be larger.
         world.inEachYield = [this] { world.trace.Clear(); };
+        // The published build is on the machine as it is: its signature is that of all its bytes.
+        world.versionIn = [](const std::string& bytes) {
+            const auto versions = ReadFileVersions(bytes);
+            return versions ? PlainText(versions->product) : "";
+        };
         swiftpatch::shared = {};
         swiftpatch::WindowHandles.clear();
     }
@@ -52,16 +57,6 @@ std::string DataFile(const std::string& folder) {
 /// The address as requests name it.
 std::string UrlOf(const std::string& folder, const std::string& name) {
     return swiftpatch::UrlOf(swiftpatch::ParseHttpAddress(folder + name));
-}
-
-/// The machines know versions from a sample build's first bytes: one of the same version and length
-/// stands for the build. What else is in a build makes no difference to an updater.
-std::string StandInFor(const std::string& build) {
-    const auto versions = ReadFileVersions(build);
-    if (!versions) {
-        return std::string(build.size(), 'x');
-    }
-    return headless::Build(PlainText(versions->product), build.size());
 }
 
 /// Of a body in chunks the updater's platform takes the end of the connection for its end.
@@ -123,14 +118,11 @@ bool FieldRun::Asked(const std::string& request) const {
     return std::find(requests.begin(), requests.end(), request) != requests.end();
 }
 
-PublishedFolder::PublishedFolder(const ServerState& state) : state_(state) {
-    state_.build.get.body = StandInFor(state.build.get.body);
-}
-
 void PublishedFolder::Publish() const {
     Publish(swiftpatch::kStagedBuild, state_.build);
     Publish(swiftpatch::kLicenceText, state_.licence);
     Publish(swiftpatch::kBusyAnimation, state_.animation);
+    Publish(swiftpatch::kBuildSignature, state_.signature);
 }
 
 void PublishedFolder::Publish(const std::string& name, const PublishedFile& file) const {
@@ -144,8 +136,8 @@ void FieldMachine::PutBuild(const std::string& name, const std::optional<Version
     files_[name] = {headless::Build(version ? PlainText(*version) : "", size), changed};
 }
 
-void FieldMachine::PutFile(const std::string& name, const std::string& bytes) {
-    files_[name] = {bytes, {}};
+void FieldMachine::PutFile(const std::string& name, const std::string& bytes, DateTime changed) {
+    files_[name] = {bytes, changed};
 }
 
 FieldRun FieldMachine::Run(const PublishedFolder& folder) {
@@ -159,6 +151,8 @@ FieldRun FieldMachine::Run(const PublishedFolder& folder) {
     FieldRun run;
     RecordUser(world, run);
     swiftpatch::LoadSettings();
+    // In the place of keys that were compiled in too.
+    swiftpatch::shared.SigningKeys = keys_;
     frmSwiftPatch& window = frmSwiftPatch::Instance.Get();
     world.Dispatch([&window] { window.Show(); });
     while (!world.RunOver() && !AtRest(window) && world.uptime < kLongestRun) {

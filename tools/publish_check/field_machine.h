@@ -25,7 +25,10 @@ enum class Outcome {
     kBrokenDownload,    ///< The connection was lost while the build came in.
     kNoVersion,         ///< What came could not be compared.
     kNoProgram,         ///< There is no main program to compare with.
-    kFailed,            ///< Anything else that ends a run.
+    kSignatureMissing,  ///< The build has no signature by one of the keys, and was not fetched.
+    kSignatureInvalid,  ///< The build was fetched, and none of the keys has signed it.
+    kSigningKeyInvalid,  ///< The keys cannot be read.
+    kFailed,             ///< Anything else that ends a run.
 };
 
 /// What a user would have seen of a run, and the server.
@@ -44,10 +47,11 @@ struct FieldRun {
     bool Asked(const std::string& request) const;
 };
 
-/// A server folder that machines in memory can ask as often as it takes.
+/// A server folder that machines in memory can ask as often as it takes. Its state has to outlive
+/// it.
 class PublishedFolder {
 public:
-    explicit PublishedFolder(const ServerState& state);
+    explicit PublishedFolder(const ServerState& state) : state_(state) {}
 
     const std::string& Address() const { return state_.address; }
     /// Tells the scripted server of the machine that exists now what to answer.
@@ -56,20 +60,23 @@ public:
 private:
     void Publish(const std::string& name, const PublishedFile& file) const;
 
-    ServerState state_;
+    const ServerState& state_;
 };
 
 /// A machine in the field: the real program runs on it, over a disk, a clock and a server in
 /// memory.
 class FieldMachine {
 public:
-    /// What its clock says, in UTC.
-    explicit FieldMachine(swiftpatch::DateTime now) : now_(now) {}
+    /// What its clock says, in UTC, and the keys that its data file names; without them builds need
+    /// not be signed.
+    explicit FieldMachine(swiftpatch::DateTime now, std::optional<std::string> keys = {})
+        : now_(now), keys_(std::move(keys)) {}
 
     /// Puts a sample build of so many bytes there; one without a version block without `version`.
     void PutBuild(const std::string& name, const std::optional<Version>& version, std::size_t size,
                   swiftpatch::DateTime changed = {});
-    void PutFile(const std::string& name, const std::string& bytes);
+    void PutFile(const std::string& name, const std::string& bytes,
+                 swiftpatch::DateTime changed = {});
 
     /// Starts the updater, has every question answered by its first button, and waits for the end
     /// of the check and of what follows from it. The files stay for the next run.
@@ -77,6 +84,7 @@ public:
 
 private:
     swiftpatch::DateTime now_;
+    std::optional<std::string> keys_;
     std::map<std::string, swiftpatch::headless::File> files_;
 };
 

@@ -4,6 +4,7 @@
 #include "net/header_probe.h"
 #include "net/modDeclarations.h"
 #include "publish_check/animation_file.h"
+#include "publish_check/signature_findings.h"
 #include "publish_check/version.h"
 #include "runtime/internal/http_headers.h"
 #include "runtime/runtime_error.h"
@@ -37,12 +38,7 @@ std::int32_t SizeIn(const Answer& head) {
 
 /// Says whether a file is there; false when there is nothing more to say about it.
 bool CheckAnswer(const PublishedFile& file, const std::string& name, Findings& findings) {
-    if (!file.nearlyNamed.empty()) {
-        findings.Warn("other-case", "The folder holds \"" + file.nearlyNamed +
-                                        "\"; most servers "
-                                        "take that for another name than \"" +
-                                        name + "\".");
-    }
+    WarnOfOtherCase(file, name, findings);
     if (!file.head.answered) {
         findings.Fault("no-answer", "HEAD is not answered: " + file.head.problem + ".");
         return false;
@@ -250,12 +246,32 @@ void CheckAnimation(const ServerState& state, std::vector<Finding>& list) {
 
 }  // namespace
 
-std::vector<Finding> FolderFindings(const ServerState& state, DateTime now) {
+std::vector<Finding> FolderFindings(const ServerState& state, DateTime now,
+                                    const std::optional<std::string>& keys) {
     std::vector<Finding> list;
     CheckBuild(state, now, list);
+    if (keys) {
+        CheckSignature(state, *keys, list);
+    }
     CheckLicence(state, list);
-    CheckAnimation(state, list);
+    if (keys) {
+        Findings(list, swiftpatch::kBusyAnimation)
+            .Good("not-fetched",
+                  "It is not needed: updaters whose builds have to be signed do not fetch what "
+                  "nobody has signed.");
+    } else {
+        CheckAnimation(state, list);
+    }
     return list;
+}
+
+void WarnOfOtherCase(const PublishedFile& file, const std::string& name, Findings& findings) {
+    if (!file.nearlyNamed.empty()) {
+        findings.Warn("other-case", "The folder holds \"" + file.nearlyNamed +
+                                        "\"; most servers "
+                                        "take that for another name than \"" +
+                                        name + "\".");
+    }
 }
 
 std::optional<DateTime> PublishedDate(const ServerState& state) {

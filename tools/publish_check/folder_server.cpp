@@ -87,12 +87,15 @@ PublishedFile ReadFile(const fs::path& folder, const std::string& name) {
 
 }  // namespace
 
-ServerState ReadFolder(const fs::path& folder) {
+ServerState ReadFolder(const fs::path& folder, bool withSignature) {
     ServerState state;
     state.address = "published/";
     state.build = ReadFile(folder, swiftpatch::kStagedBuild);
     state.licence = ReadFile(folder, swiftpatch::kLicenceText);
     state.animation = ReadFile(folder, swiftpatch::kBusyAnimation);
+    if (withSignature) {
+        state.signature = ReadFile(folder, swiftpatch::kBuildSignature);
+    }
     return state;
 }
 

@@ -8,7 +8,7 @@ namespace publish_check {
 
 /// What a plain web server would answer that publishes this folder: the sizes and dates of its
 /// files, and "404 Not Found" for what is not there. Throws std::runtime_error when the folder or a
-/// file of it cannot be read.
-ServerState ReadFolder(const std::filesystem::path& folder);
+/// file of it cannot be read. The signature is read `withSignature` only.
+ServerState ReadFolder(const std::filesystem::path& folder, bool withSignature = false);
 
 }  // namespace publish_check

@@ -24,7 +24,7 @@ std::string FullUrl(const std::string& url) {
 
 }  // namespace
 
-ServerState ReadLiveServer(const std::string& address) {
+ServerState ReadLiveServer(const std::string& address, bool withSignature) {
     ServerState state;
     state.address = FolderFromDataFile(address);
     const std::string folder = state.address;
@@ -41,6 +41,11 @@ ServerState ReadLiveServer(const std::string& address) {
     state.animation.head = client.Ask("HEAD", FullUrl(folder + swiftpatch::kBusyAnimation));
     state.build.get = client.Ask("GET", FullUrl(folder + swiftpatch::kStagedBuild));
     state.animation.get = client.Ask("GET", FullUrl(folder + swiftpatch::kBusyAnimation));
+    if (withSignature) {
+        // After the build: while a new one is being published the signatures come first, and stand
+        // in front of those of the build before. So they fit whichever of both was fetched.
+        state.signature.get = client.Ask("GET", FullUrl(folder + swiftpatch::kBuildSignature));
+    }
     return state;
 }
 

@@ -6,8 +6,9 @@
 
 namespace publish_check {
 
-/// Asks a live server for its files. `address` is what a data file names: with or without http://.
-/// Throws std::runtime_error when it is no address that an updater can use, or when nobody answers.
-ServerState ReadLiveServer(const std::string& address);
+/// Asks a live server for its files, `withSignature` for that of the build too. `address` is what a
+/// data file names: with or without http://. Throws std::runtime_error when it is no address that
+/// an updater can use, or when nobody answers.
+ServerState ReadLiveServer(const std::string& address, bool withSignature = false);
 
 }  // namespace publish_check

@@ -17,6 +17,9 @@ Outcome OutcomeOfFailure(const std::string& title, const std::string& text) {
         {"Incorrect Download Link", Outcome::kBadAnimationLink},
         {"Program File Not Found", Outcome::kNoProgram},
         {"Internet Connection Timeout", Outcome::kNoVersion},
+        {"Signature Missing", Outcome::kSignatureMissing},
+        {"Signature Invalid", Outcome::kSignatureInvalid},
+        {"Signing Key Invalid", Outcome::kSigningKeyInvalid},
     };
     const std::string timedOut = std::to_string(swiftpatch::error_number::kRequestTimedOut);
     if (text.find(timedOut) != std::string::npos) {
@@ -36,9 +39,7 @@ Outcome OutcomeOf(const swiftpatch::frmSwiftPatch& window, const FieldRun& run) 
         return Outcome::kNothingNewer;
     }
     // A failed animation is shown as well, but the check goes on after it.
-    const bool decided = run.facts.serverSize >= swiftpatch::kSmallestBuild;
-    const bool fetched = run.Asked(std::string("GET ") + swiftpatch::kStagedBuild);
-    if (decided && !fetched && Decide(run.facts) == swiftpatch::CheckOutcome::kLatestVersion) {
+    if (run.message.starts_with("You are running the latest version")) {
         return Outcome::kLatest;
     }
     return run.failures.empty()
@@ -66,6 +67,12 @@ const char* NameOf(Outcome outcome) {
             return "no-version";
         case Outcome::kNoProgram:
             return "no-program";
+        case Outcome::kSignatureMissing:
+            return "signature-missing";
+        case Outcome::kSignatureInvalid:
+            return "signature-invalid";
+        case Outcome::kSigningKeyInvalid:
+            return "signing-key-invalid";
         default:
             return "failed";
     }

@@ -20,6 +20,24 @@ std::string OfferSentence(const FieldRun& run, const std::string& offered) {
            " and offers to install it.";
 }
 
+std::string LatestSentence(const FieldRun& run, const std::string& offered) {
+    if (Decide(run.facts) == swiftpatch::CheckOutcome::kLatestVersion) {
+        return "It says that it is running the latest version, since it has fetched a build of "
+               "the same version that is not older than the one on the server.";
+    }
+    return (Fetched(run) ? "It fetches " + offered + ", finds that it"
+                         : "It finds that " + offered) +
+           " is older than the installed program, and says that it is running the latest version.";
+}
+
+std::string BrokenSentence(const FieldRun& run) {
+    const bool amidSignature =
+        !Fetched(run) && run.Asked(std::string("GET ") + swiftpatch::kBuildSignature);
+    return (amidSignature ? "It does not get all of the signature, and stops."
+                          : "Its download breaks off.") +
+           LastFailure(run);
+}
+
 }  // namespace
 
 std::string Sentence(const FieldRun& run, const std::string& installed,
@@ -29,8 +47,7 @@ std::string Sentence(const FieldRun& run, const std::string& installed,
         case Outcome::kOffered:
             return OfferSentence(run, build);
         case Outcome::kLatest:
-            return "It says that it is running the latest version, since it has fetched a build of "
-                   "the same version that is not older than the one on the server.";
+            return LatestSentence(run, build);
         case Outcome::kNothingNewer:
             return "It fetches " + build + ", finds that it is no newer than " + installed +
                    ", and says that no update is required.";
@@ -43,13 +60,23 @@ std::string Sentence(const FieldRun& run, const std::string& installed,
             return std::string("It needs ") + swiftpatch::kBusyAnimation +
                    ", does not get it from the server, and stops." + LastFailure(run);
         case Outcome::kBrokenDownload:
-            return "Its download breaks off." + LastFailure(run);
+            return BrokenSentence(run);
         case Outcome::kNoVersion:
             return "It fetches the build but cannot compare its version, and stops." +
                    LastFailure(run);
         case Outcome::kNoProgram:
             return std::string("It fetches ") + build + " but finds no " +
                    swiftpatch::kMainProgram + " to compare it with, and stops." + LastFailure(run);
+        case Outcome::kSignatureMissing:
+            return "It finds no signature by one of its keys, and does not fetch the build." +
+                   LastFailure(run);
+        case Outcome::kSignatureInvalid:
+            return "It fetches " + build +
+                   ", finds that none of its keys has signed it, and "
+                   "deletes it." +
+                   LastFailure(run);
+        case Outcome::kSigningKeyInvalid:
+            return "It cannot read its signing keys, and refuses every update." + LastFailure(run);
         default:
             return "Its run ends without an update." + LastFailure(run);
     }

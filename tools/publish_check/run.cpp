@@ -10,6 +10,7 @@
 #include "publish_check/folder_server.h"
 #include "publish_check/live_server.h"
 #include "publish_check/report.h"
+#include "shared/branding.h"
 
 namespace publish_check {
 namespace {
@@ -37,16 +38,22 @@ bool LooksLikeAddress(const std::string& target) {
            target.find('/') != std::string::npos;
 }
 
-ServerState ReadTarget(const std::string& target) {
+/// Of an updater with keys compiled in nobody has to repeat them.
+std::optional<std::string> KeysOf(const CommandLine& line) {
+    const std::string compiledIn = SWIFTPATCH_SIGNING_KEYS;
+    return line.keys || compiledIn.empty() ? line.keys : compiledIn;
+}
+
+ServerState ReadTarget(const std::string& target, bool withSignature) {
     // Taken for UTF-8 on Windows, and as it is elsewhere.
     const std::filesystem::path folder(std::u8string(target.begin(), target.end()));
     // What the system takes for no name at all is no folder either.
     std::error_code noName;
     if (std::filesystem::is_directory(folder, noName)) {
-        return ReadFolder(folder);
+        return ReadFolder(folder, withSignature);
     }
     if (LooksLikeAddress(target)) {
-        return ReadLiveServer(target);
+        return ReadLiveServer(target, withSignature);
     }
     throw std::runtime_error("\"" + target + "\" is neither a folder here nor an address");
 }
@@ -61,14 +68,14 @@ int RunPublishCheck(const std::vector<std::string>& arguments, std::ostream& out
             out << HelpText();
             return kServed;
         }
-        ServerState state = ReadTarget(line.target);
-        Assessment assessment = Assess(state, line.installed, UtcClock());
+        const std::optional<std::string> keys = KeysOf(line);
+        const ServerState state = ReadTarget(line.target, keys.has_value());
+        Assessment assessment = Assess(state, line.installed, UtcClock(), keys);
         assessment.address = line.target;
         out << (line.json ? JsonReport(assessment) : PlainReport(assessment));
         return assessment.Served() ? kServed : kNotServed;
     } catch (const UsageError& error) {
-        errors << "publish-check: " << error.what()
-               << "\nusage: publish-check FOLDER|URL [--installed VERSION ...] [--json] [--help]\n";
+        errors << "publish-check: " << error.what() << "\n" << UsageLine();
     } catch (const std::bad_alloc&) {
         errors << "publish-check: not enough memory for files as large as these\n";
     } catch (const std::exception& error) {

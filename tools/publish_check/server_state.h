@@ -36,6 +36,8 @@ struct ServerState {
     Answer buildPastCaches;  ///< To HEAD of an address that no cache can have seen.
     PublishedFile licence;   ///< Is never fetched: only its head counts.
     PublishedFile animation;
+    /// Is never asked for its head, and only where builds have to be signed.
+    PublishedFile signature;
 };
 
 }  // namespace publish_check

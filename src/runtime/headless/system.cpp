@@ -20,11 +20,14 @@ std::uint32_t CopyDirectory(const std::string& directory, std::string& buffer) {
     return static_cast<std::uint32_t>(directory.size());
 }
 
-/// The version of a sample build, or nothing.
+/// The version of a build, or nothing.
 std::string VersionIn(const std::string& path) {
     const headless::File* file = TheWorld().disk.Find(path);
-    if (file == nullptr || !file->bytes.starts_with(kVersionMark)) {
+    if (file == nullptr) {
         return {};
+    }
+    if (!file->bytes.starts_with(kVersionMark)) {
+        return TheWorld().versionIn ? TheWorld().versionIn(file->bytes) : "";
     }
     const std::size_t end = file->bytes.find(';');
     return file->bytes.substr(kVersionMark.size(), end - kVersionMark.size());

@@ -70,6 +70,8 @@ public:
     std::string focus;                  ///< The control that got the keyboard last.
     std::vector<std::int32_t> taskbar;  ///< What the button on the task bar has shown.
 
+    /// The version in a file that is no sample build, "3.0.12.5" or nothing; when set.
+    std::function<std::string(const std::string& bytes)> versionIn;
     /// Runs when a copy has been made and before it is looked at, when set.
     std::function<void(File& copy)> withEachCopy;
     /// Runs inside each reading of an INI file, when set.
