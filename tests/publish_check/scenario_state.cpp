@@ -1,6 +1,7 @@
 #include "publish_check/scenario_state.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 #include "publish_check/sample_server.h"
@@ -36,6 +37,10 @@ std::string BuildOf(const std::string& version) {
     return SampleBuild(ParseVersion(version), SizeOf(version));
 }
 
+FieldMachine MachineWith(const std::optional<std::string>& keys) {
+    return FieldMachine(swiftpatch::MakeDateTime({2020, 3, 10, 12, 0, 0}), keys);
+}
+
 // "3.0.12.5", "3.0.11.0 as long as 3.0.12.5", "letters 10"
 void PutContent(FieldMachine& machine, const std::string& name, std::string content,
                 swiftpatch::DateTime changed = {}) {
@@ -45,7 +50,8 @@ void PutContent(FieldMachine& machine, const std::string& name, std::string cont
     }
     const std::string version = words::TakeWord(content);
     const bool otherSize = words::TakeBeginning(content, "as long as");
-    machine.PutBuild(name, ParseVersion(version), SizeOf(otherSize ? content : version), changed);
+    machine.PutFile(name, SampleBuild(ParseVersion(version), SizeOf(otherSize ? content : version)),
+                    changed);
 }
 
 bool IsDigit(char character) { return character >= '0' && character <= '9'; }
@@ -65,7 +71,8 @@ void RefuseUnless(bool ours) {
 /// What is read into a row.
 class Reader {
 public:
-    explicit Reader(const Row& row) : row_(row) {}
+    explicit Reader(const Row& row)
+        : row_(row), state_{{}, MachineWith(KeysIn(row)), KeysIn(row), {}} {}
 
     ScenarioState Read() {
         RefuseUnless(row_.onProgram);
@@ -87,6 +94,15 @@ public:
     }
 
 private:
+    static std::optional<std::string> KeysIn(const Row& row) {
+        for (const Line& line : row.given) {
+            if (line.word == "keys") {
+                return words::KeysOf(line.rest);
+            }
+        }
+        return {};
+    }
+
     /// A user who does more than look and leave is not ours.
     void CheckSteps() const {
         static const std::set<std::string> kLooks{"box",    "failure", "shows",  "caption", "sees",
@@ -115,6 +131,8 @@ private:
             plain_ = false;
             RefuseUnless(rest.starts_with("tolvex.exe ="));
             installed_ = words::Trimmed(rest.substr(rest.find('=') + 1));
+        } else if (line.word == "keys") {
+            // Which the machine was made with.
         } else if (line.word == "https") {
             // What is wrong with a certificate is not in the answers, of which there are none.
             RefuseUnless(rest == "good");
@@ -128,19 +146,26 @@ private:
         state_.server.licence = Published(std::string(kLicenceSize, 'L'));
         state_.server.build = offered_ == "nothing" ? PublishedFile{NotFound(), NotFound(), {}}
                                                     : Published(BuildOf(offered_), kPublishedDate);
+        if (state_.keys) {
+            state_.server.signature =
+                Published(words::SignatureFile({{"maker", "", "tolvex30.exe"}}, offered_, BuildOf));
+        }
         for (const Script& script : row_.scripts) {
             RefuseUnless(script.turn == 0);
             PublishedFile& file = FileOf(script.name);
             publish_check::Answer& answer = script.method == "HEAD" ? file.head : file.get;
-            answer = AnswerOf(script, file.get.body);
+            answer = AnswerOf(script, BodyOf(script.answer, file.get.body));
         }
     }
 
     PublishedFile& FileOf(const std::string& name) {
-        RefuseUnless(name == "tolvex30.exe" || name == "LICENSE.TXT" || name == "filecopy.avi");
-        return name == "tolvex30.exe"  ? state_.server.build
-               : name == "LICENSE.TXT" ? state_.server.licence
-                                       : state_.server.animation;
+        const std::map<std::string, PublishedFile*> files{
+            {"tolvex30.exe", &state_.server.build},
+            {"LICENSE.TXT", &state_.server.licence},
+            {"filecopy.avi", &state_.server.animation},
+            {"tolvex30.exe.minisig", &state_.server.signature}};
+        RefuseUnless(files.contains(name));
+        return *files.at(name);
     }
 
     static publish_check::Answer NotFound() {
@@ -149,8 +174,11 @@ private:
         return answer;
     }
 
-    static std::string BodyOf(const Answer& answer, const std::string& usual) {
+    std::string BodyOf(const Answer& answer, const std::string& usual) const {
         std::string body = answer.build ? BuildOf(*answer.build) : usual;
+        if (!answer.signatures.empty()) {
+            body = words::SignatureFile(answer.signatures, offered_, BuildOf);
+        }
         if (answer.letters) {
             body = std::string(*answer.letters, 'x');
         }
@@ -158,10 +186,9 @@ private:
         return body;
     }
 
-    static publish_check::Answer AnswerOf(const Script& script, const std::string& usual) {
+    static publish_check::Answer AnswerOf(const Script& script, const std::string& body) {
         const Answer& answer = script.answer;
         RefuseUnless(!answer.raw && !answer.early && answer.interims == 0);
-        const std::string body = BodyOf(answer, usual);
         std::string headers;
         if (answer.chunkSize != 0) {
             headers = "Transfer-Encoding: chunked\r\n";

@@ -10,7 +10,9 @@ namespace publish_check {
 /// The server and the machine that a row of the scenario table is about.
 struct ScenarioState {
     ServerState server;
-    FieldMachine machine{swiftpatch::MakeDateTime({2020, 3, 10, 12, 0, 0})};
+    FieldMachine machine;
+    /// The keys that the data file names.
+    std::optional<std::string> keys;
     /// What is installed, where nothing else tells the machine from any other.
     std::optional<Installed> plain;
 };

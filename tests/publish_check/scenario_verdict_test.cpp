@@ -32,6 +32,9 @@ Outcome PinnedOutcome(const Row& row) {
         {"failure timed out", Outcome::kBrokenDownload},
         {"failure no version", Outcome::kNoVersion},
         {"failure no main program", Outcome::kNoProgram},
+        {"failure signature missing", Outcome::kSignatureMissing},
+        {"failure signature invalid", Outcome::kSignatureInvalid},
+        {"failure signing key invalid", Outcome::kSigningKeyInvalid},
         {"shows lblStatus No update is required at this time.", Outcome::kNothingNewer},
         {"shows lblStatus Click on Install Button.", Outcome::kOffered},
         {"shows lblAnimationMsg You are running the latest version of q-tolvex", Outcome::kLatest},
@@ -130,7 +133,8 @@ private:
 
     /// What is said to the publisher rests on the same run.
     void CheckAssessment(const FieldRun& run) const {
-        const Assessment assessment = Assess(state_.server, {*state_.plain}, LookTime());
+        const Assessment assessment =
+            Assess(state_.server, {*state_.plain}, LookTime(), state_.keys);
         EXPECT_STREQ(NameOf(assessment.updaters[0].run.outcome), NameOf(run.outcome));
         EXPECT_EQ(assessment.updaters[0].run.requests, run.requests);
         const bool lost = run.outcome != Outcome::kOffered &&
