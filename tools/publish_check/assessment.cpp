@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "install/build_signature.h"
 #include "publish_check/folder_findings.h"
 #include "publish_check/outcome.h"
 #include "publish_check/outcome_text.h"
@@ -34,6 +35,7 @@ private:
     std::size_t InstalledSize() const;
     Standing StandingOfInstalled() const;
     bool Serves(const FieldRun& run) const;
+    bool IsDowngrade() const;
     void JudgeFirstRun(Findings& findings);
     void JudgeNextRun(const FieldRun& next, Findings& findings) const;
     void JudgeEarlierFetch(Findings& findings);
@@ -94,6 +96,12 @@ bool Updater::Serves(const FieldRun& run) const {
            (run.outcome == Outcome::kNothingNewer || run.outcome == Outcome::kLatest);
 }
 
+/// As an updater sees it whose builds have to be signed.
+bool Updater::IsDowngrade() const {
+    return StandingOfInstalled() == Standing::kNewer &&
+           swiftpatch::IsDowngrade(ShownText(*installed_.version), ShownText(offered_->product));
+}
+
 void Updater::JudgeFirstRun(Findings& findings) {
     const std::string text = Sentence(result_.run, result_.installed, offered_);
     if (result_.served) {
@@ -105,7 +113,7 @@ void Updater::JudgeFirstRun(Findings& findings) {
     } else {
         findings.Fault(NameOf(result_.run.outcome), text);
     }
-    if (keys_ && StandingOfInstalled() == Standing::kNewer) {
+    if (keys_ && result_.served && IsDowngrade()) {
         findings.Warn("older",
                       "The published build is OLDER than the installed one, and where builds have "
                       "to be signed that is never offered. To go back, publish it again under a "

@@ -20,16 +20,6 @@ std::string OfferSentence(const FieldRun& run, const std::string& offered) {
            " and offers to install it.";
 }
 
-std::string LatestSentence(const FieldRun& run, const std::string& offered) {
-    if (Decide(run.facts) == swiftpatch::CheckOutcome::kLatestVersion) {
-        return "It says that it is running the latest version, since it has fetched a build of "
-               "the same version that is not older than the one on the server.";
-    }
-    return (Fetched(run) ? "It fetches " + offered + ", finds that it"
-                         : "It finds that " + offered) +
-           " is older than the installed program, and says that it is running the latest version.";
-}
-
 std::string BrokenSentence(const FieldRun& run) {
     const bool amidSignature =
         !Fetched(run) && run.Asked(std::string("GET ") + swiftpatch::kBuildSignature);
@@ -47,7 +37,8 @@ std::string Sentence(const FieldRun& run, const std::string& installed,
         case Outcome::kOffered:
             return OfferSentence(run, build);
         case Outcome::kLatest:
-            return LatestSentence(run, build);
+            return "It says that it is running the latest version, since it has fetched a build of "
+                   "the same version that is not older than the one on the server.";
         case Outcome::kNothingNewer:
             return "It fetches " + build + ", finds that it is no newer than " + installed +
                    ", and says that no update is required.";
