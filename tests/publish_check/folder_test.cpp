@@ -10,6 +10,7 @@
 #include "publish_check/folder_server.h"
 #include "publish_check/run.h"
 #include "publish_check/sample_server.h"
+#include "support/minisign_signer.h"
 
 namespace publish_check {
 namespace {
@@ -94,6 +95,49 @@ TEST_F(FolderTest, FolderInPlaceOfAFileIsNoFile) {
     fs::remove(folder / "tolvex30.exe");
     fs::create_directory(folder / "tolvex30.exe");
     EXPECT_EQ(RunOn({}), 1) << output;
+}
+
+class SignedFolderTest : public FolderTest {
+protected:
+    SignedFolderTest() {
+        Write("tolvex30.exe.minisig",
+              maker.SignBuild(swiftpatch::HashOfBuild(SampleBuild(kPublishedVersion, 210000)),
+                              swiftpatch::TrustedCommentFor("tolvex30.exe")));
+    }
+
+    swiftpatch::MinisignSigner maker{"maker"};
+    std::vector<std::string> keys{"--keys", maker.PublicKeyText()};
+};
+
+TEST_F(SignedFolderTest, GoodEndsWith0) {
+    EXPECT_EQ(RunOn(keys), 0) << output;
+    EXPECT_THAT(output, HasSubstr("\ntolvex30.exe.minisig\n  ok       The key "));
+    EXPECT_THAT(output, HasSubstr("GET tolvex30.exe.minisig, GET tolvex30.exe\n"));
+}
+
+TEST_F(SignedFolderTest, WithoutKeysNothingIsSaidOfIt) {
+    EXPECT_EQ(RunOn({}), 0) << output;
+    EXPECT_THAT(output, Not(HasSubstr("minisig")));
+    EXPECT_FALSE(ReadFolder(folder).signature.get.answered);
+}
+
+TEST_F(SignedFolderTest, WithoutASignatureEndsWith1) {
+    fs::remove(folder / "tolvex30.exe.minisig");
+    EXPECT_EQ(RunOn(keys), 1) << output;
+    EXPECT_THAT(output, HasSubstr("tolvex30.exe.minisig\n  FAULT    GET is answered with the "
+                                  "status 404"));
+}
+
+TEST_F(SignedFolderTest, SignatureInOtherCaseIsPointedOut) {
+    fs::rename(folder / "tolvex30.exe.minisig", folder / "Tolvex30.exe.minisig");
+    EXPECT_EQ(RunOn(keys), 1) << output;
+    EXPECT_THAT(output, HasSubstr("The folder holds \"Tolvex30.exe.minisig\""));
+}
+
+TEST_F(SignedFolderTest, KeyMayComeFromItsFile) {
+    Write("minisign.pub", "untrusted comment: x\n" + maker.PublicKeyText() + "\n");
+    EXPECT_EQ(RunOn({"--keys", (folder / "minisign.pub").string()}), 0) << output;
+    EXPECT_THAT(output, HasSubstr("has signed this build."));
 }
 
 }  // namespace

@@ -16,6 +16,7 @@
 #include "publish_check/python_server.h"
 #include "publish_check/run.h"
 #include "publish_check/sample_server.h"
+#include "support/minisign_signer.h"
 
 namespace publish_check {
 namespace {
@@ -31,6 +32,9 @@ protected:
         const ServerState good = GoodServer();
         std::ofstream(folder / "tolvex30.exe", std::ios::binary) << good.build.get.body;
         std::ofstream(folder / "filecopy.avi", std::ios::binary) << good.animation.get.body;
+        std::ofstream(folder / "tolvex30.exe.minisig", std::ios::binary)
+            << maker.SignBuild(swiftpatch::HashOfBuild(good.build.get.body),
+                               swiftpatch::TrustedCommentFor("tolvex30.exe"));
         server = std::make_unique<PythonServer>(SWIFTPATCH_ODD_SERVER, folder);
     }
     static void TearDownTestSuite() {
@@ -38,14 +42,18 @@ protected:
         fs::remove_all(folder);
     }
 
-    int RunOn(const std::string& manner) {
+    int RunOn(const std::string& manner, const std::vector<std::string>& more = {}) {
         std::ostringstream text;
-        const int status = RunPublishCheck(
-            {server->Folder(manner), "--installed", "3.0.11.0", "--json"}, text, text);
+        std::vector<std::string> arguments{server->Folder(manner), "--installed", "3.0.11.0",
+                                           "--json"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        const int status = RunPublishCheck(arguments, text, text);
         output = text.str();
         return status;
     }
 
+    static inline const swiftpatch::MinisignSigner maker{"maker"};
+    static inline const std::vector<std::string> keys{"--keys", maker.PublicKeyText()};
     static inline fs::path folder;
     static inline std::unique_ptr<PythonServer> server;
     std::string output;
@@ -118,6 +126,41 @@ TEST_F(LiveServer, BrokenDownloadEndsWith1) {
     EXPECT_EQ(RunOn("cut"), 1) << output;
     EXPECT_THAT(output, HasSubstr(R"("code":"broken-body")"));
     EXPECT_THAT(output, HasSubstr(R"("outcome":"broken-download")"));
+}
+
+TEST_F(LiveServer, WithoutKeysTheSignatureIsNotAskedFor) {
+    EXPECT_EQ(RunOn("good"), 0) << output;
+    EXPECT_THAT(output, Not(HasSubstr("minisig")));
+    EXPECT_FALSE(ReadLiveServer(server->Folder("good")).signature.get.answered);
+}
+
+TEST_F(LiveServer, SignedEndsWith0) {
+    EXPECT_EQ(RunOn("good", keys), 0) << output;
+    EXPECT_THAT(output, HasSubstr(R"("subject":"tolvex30.exe.minisig","code":"signed")"));
+    EXPECT_THAT(output, HasSubstr(R"("GET tolvex30.exe.minisig","GET tolvex30.exe"],)"));
+}
+
+TEST_F(LiveServer, SignatureThatIsRedirectedIsFollowed) {
+    EXPECT_EQ(RunOn("moved", keys), 0) << output;
+    EXPECT_THAT(output, HasSubstr(R"("code":"signed")"));
+}
+
+TEST_F(LiveServer, UnsignedEndsWith1) {
+    EXPECT_EQ(RunOn("unsigned", keys), 1) << output;
+    EXPECT_THAT(output, HasSubstr(R"("code":"missing")"));
+    EXPECT_THAT(output, HasSubstr(R"("outcome":"signature-missing")"));
+    EXPECT_EQ(RunOn("unsigned"), 0) << output;
+}
+
+TEST_F(LiveServer, SignatureThatBreaksOffIsAFault) {
+    EXPECT_EQ(RunOn("cut-signature", keys), 1) << output;
+    EXPECT_THAT(output, HasSubstr(R"("subject":"tolvex30.exe.minisig","code":"broken-body")"));
+    EXPECT_THAT(output, HasSubstr(R"("outcome":"broken-download")"));
+}
+
+TEST_F(LiveServer, SignatureBehindAPageForEverythingIsAFault) {
+    EXPECT_EQ(RunOn("page", keys), 1) << output;
+    EXPECT_THAT(output, HasSubstr(R"("code":"unreadable")"));
 }
 
 TEST_F(LiveServer, NoAnswerEndsWith2) {

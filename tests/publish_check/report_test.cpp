@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "publish_check/sample_server.h"
 
 namespace publish_check {
@@ -48,6 +50,18 @@ TEST(JsonReport, IsOneObjectOfAscii) {
               R"("findings":[{"severity":"note","subject":"updater","code":"offered-later",)"
               R"("text":"Later."}]}]})"
               "\n");
+}
+
+TEST(JsonReport, OutcomesOfSignedBuildsHaveNames) {
+    Assessment assessment = Sample();
+    const std::map<Outcome, std::string> names{
+        {Outcome::kSignatureMissing, "signature-missing"},
+        {Outcome::kSignatureInvalid, "signature-invalid"},
+        {Outcome::kSigningKeyInvalid, "signing-key-invalid"}};
+    for (const auto& [outcome, name] : names) {
+        assessment.updaters[0].run.outcome = outcome;
+        EXPECT_THAT(JsonReport(assessment), HasSubstr(R"("outcome":")" + name + '"'));
+    }
 }
 
 TEST(JsonReport, NoVersionIsNull) {
