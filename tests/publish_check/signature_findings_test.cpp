@@ -228,7 +228,7 @@ std::vector<std::string> Codes(const Assessment& assessment) {
 
 TEST_F(Signature, OfABuildOlderThanTheInstalledIsWarnedOf) {
     const Assessment assessment = Assessed({3, 0, 12, 6});
-    EXPECT_THAT(Codes(assessment), ElementsAre("nothing-newer", "older"));
+    ASSERT_THAT(Codes(assessment), ElementsAre("nothing-newer", "older"));
     EXPECT_EQ(assessment.updaters[0].findings[1].severity, Severity::kWarning);
     EXPECT_TRUE(assessment.Served());
     EXPECT_THAT(Codes(Assessed({3, 0, 12, 5})), ElementsAre("nothing-newer"));
