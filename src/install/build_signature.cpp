@@ -1,7 +1,5 @@
 #include "install/build_signature.h"
 
-#include <optional>
-
 #include "runtime/numbers.h"
 #include "runtime/runtime_error.h"
 #include "runtime/strings.h"
@@ -50,20 +48,19 @@ void BuildSignature::AddToBuild(std::string_view bytes) {
     incoming_.Update({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
 }
 
-bool BuildSignature::ReadBuild(LockedFile& build, const std::function<void()>& afterEachBlock) {
-    const std::optional<Blake2b::Digest> hash = HashOf(build, afterEachBlock);
-    hash_ = hash.value_or(Blake2b::Digest());
-    return hash.has_value();
+void BuildSignature::ReadBuild(LockedFile& build, const std::function<void()>& afterEachBlock) {
+    hash_ = HashOf(build, afterEachBlock);
 }
 
 bool BuildSignature::Fits() const {
-    return JudgeSignature(blocks_, keys_, hash_, kStagedBuild) == SignatureVerdict::kSigned;
+    return hash_ &&
+           JudgeSignature(blocks_, keys_, *hash_, kStagedBuild) == SignatureVerdict::kSigned;
 }
 
 bool BuildSignature::IsSameBuild(const std::string& path) const {
     try {
         LockedFile file(path);
-        return HashOf(file, [] {}) == hash_;
+        return hash_ && HashOf(file, [] {}) == hash_;
     } catch (const RuntimeError&) {
         return false;
     }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -35,11 +36,10 @@ public:
     void AddToBuild(std::string_view bytes);
     /// Ends the build that came in.
     void EndBuild() { hash_ = incoming_.Finish(); }
-    /// Reads the build from the disk, and calls `afterEachBlock` as often as a yield is due. False
-    /// when it cannot be read.
-    bool ReadBuild(LockedFile& build, const std::function<void()>& afterEachBlock);
+    /// Reads the build from the disk, and calls `afterEachBlock` as often as a yield is due.
+    void ReadBuild(LockedFile& build, const std::function<void()>& afterEachBlock);
 
-    /// Whether the maker has signed the build that was seen last.
+    /// Whether the maker has signed the build that was seen last; false if it could not be read.
     bool Fits() const;
     /// Whether the file is that build once more, byte for byte.
     bool IsSameBuild(const std::string& path) const;
@@ -48,7 +48,7 @@ private:
     std::vector<SigningKey> keys_;
     std::vector<SignatureBlock> blocks_;
     Blake2b incoming_;
-    Blake2b::Digest hash_{};
+    std::optional<Blake2b::Digest> hash_;  ///< Of the build that was seen last.
 };
 
 /// True where a build of the product version `offered` would take the place of a later one. All

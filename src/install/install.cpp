@@ -92,7 +92,8 @@ bool frmSwiftPatch::MayBeInstalled(std::optional<LockedFile>& build, const std::
 bool frmSwiftPatch::LockSignedBuild(std::optional<LockedFile>& build) {
     try {
         build.emplace(AppFile(kStagedBuild));
-        return signature.ReadBuild(*build, DoEventsPaced) && signature.Fits();
+        signature.ReadBuild(*build, DoEventsPaced);
+        return signature.Fits();
     } catch (const RuntimeError&) {
         return false;
     }
