@@ -6,6 +6,7 @@
 #include "e2e/screenshot.h"
 #include "e2e/text.h"
 #include "fixtures/animation.h"
+#include "support/minisign_signer.h"
 
 namespace swiftpatch::e2e {
 namespace {
@@ -16,6 +17,7 @@ constexpr char kServerDate[] = "Wed, 05 Feb 2020 08:12:00 GMT";
 // Later than the server's build, so that a staged one counts as fresh.
 constexpr UtcTime kStagedTime{std::chrono::seconds(1580976720)};
 constexpr char kBuildTarget[] = "/upd/tolvex30.exe";
+constexpr char kSignatureTarget[] = "/upd/tolvex30.exe.minisig";
 constexpr std::uint64_t kDownloadSeconds = 12;
 
 constexpr char kLogName[] = "tolvex.log";
@@ -38,6 +40,7 @@ void Gallery::Make() {
     PassThroughACheckThatFindsNothing();
     PassThroughAFailure();
     PassThroughABrokenDownload();
+    PassThroughBuildsThatAreNotSigned();
 }
 
 void Gallery::PassThroughAnUpdate() {
@@ -125,12 +128,51 @@ void Gallery::PassThroughABrokenDownload() {
     CloseQuietly();
 }
 
-void Gallery::Start(const std::string& installed, const std::string& staged) {
+void Gallery::PassThroughBuildsThatAreNotSigned() {
+    const std::string build = SampleProgram(options_, kNewVersion);
+    const std::string keys = "SigningKeys=" + MinisignSigner("maker").PublicKeyText() + "\r\n";
+    Reply reply;
+    reply.body = Body(build);
+    Publish(reply);
+    server_.On(kSignatureTarget, NotFound());
+    PictureOfRefusal("signature-missing", keys);
+    PublishSignature("another build");
+    PictureOfRefusal("signature-invalid", keys);
+    PictureOfRefusal("signing-key-invalid", "SigningKeys=\r\n");
+    PublishSignature(build);
+    Start(kOldVersion, kNewVersion, keys);
+    updater_->AwaitText(kLblStatus, "Click on Install Button.", kSoon);
+    folder_->Write("tolvex30.exe", "another build");
+    updater_->Press(kCmdInstall);
+    PictureOfBox("box-not-signed", IDOK);
+    updater_->AwaitEnabled(kCmdClose, kSoon);
+    CloseQuietly();
+}
+
+void Gallery::PictureOfRefusal(const std::string& name, const std::string& settings) {
+    Start(kOldVersion, "", settings);
+    AnswerBox(IDOK);
+    updater_->AwaitWindow(kFailure, kSoon);
+    Picture(kFailure, name);
+    updater_->Press(kFailureExit);
+    updater_->AwaitEnabled(kCmdClose, kSoon);
+    CloseQuietly();
+}
+
+void Gallery::PublishSignature(const std::string& build) {
+    Reply reply;
+    reply.body = Body(
+        MinisignSigner("maker").SignBuild(HashOfBuild(build), TrustedCommentFor("tolvex30.exe")));
+    server_.On(kSignatureTarget, reply);
+}
+
+void Gallery::Start(const std::string& installed, const std::string& staged,
+                    const std::string& moreSettings) {
     updater_.reset();
     folder_.reset();
     folder_.emplace(options_.scratch / "app", options_.updater);
     folder_->WriteSettings("http://" + server_.Host() + "/upd/",
-                           std::string("LogFileName=") + kLogName + "\r\n");
+                           std::string("LogFileName=") + kLogName + "\r\n" + moreSettings);
     folder_->Write(kLogName, kLogText);
     folder_->Write("filecopy.avi", fixtures::MakeAnimation());
     folder_->Write("tolvex.exe", SampleProgram(options_, installed));

@@ -24,10 +24,16 @@ private:
     void PassThroughACheckThatFindsNothing();
     void PassThroughAFailure();
     void PassThroughABrokenDownload();
+    void PassThroughBuildsThatAreNotSigned();
 
     /// Starts the updater in a fresh application folder with these builds in it; an empty version
     /// is none.
-    void Start(const std::string& installed, const std::string& staged);
+    void Start(const std::string& installed, const std::string& staged,
+               const std::string& moreSettings = {});
+    /// The failure dialog of a run that begins with these settings, and its end.
+    void PictureOfRefusal(const std::string& name, const std::string& settings);
+    /// The server has the maker's signature of that build.
+    void PublishSignature(const std::string& build);
     /// The server offers the newer build.
     void Publish(const Reply& build);
     void WatchDownload();
