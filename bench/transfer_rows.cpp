@@ -176,7 +176,7 @@ void MeasureSignedDownload(const Options& options) {
     std::vector<double> wall;
     std::vector<double> processor;
     std::vector<double> memory;
-    for (int run = 1; run <= kRuns; ++run) {
+    for (int run = 1; run <= kMoreRuns; ++run) {
         const Download without = ByProduct(options, server, kLargeMegabytes);
         const Download with = ByProduct(options, server, kLargeMegabytes, keys);
         PrintRun(

@@ -3,6 +3,7 @@
 #include "runtime/numbers.h"
 #include "runtime/runtime_error.h"
 #include "runtime/strings.h"
+#include "runtime/system.h"
 #include "shared/paths.h"
 #include "shared/shared_state.h"
 
@@ -10,11 +11,18 @@ namespace swiftpatch {
 namespace {
 
 constexpr std::size_t kBlock = std::size_t{64} * 1024;
+constexpr std::uint32_t kSse2 = 10;  // PF_XMMI64_INSTRUCTIONS_AVAILABLE.
+
+/// The hash goes along with a download, and so has to be fast.
+Blake2b NewHash() {
+    return Blake2b(IsProcessorFeaturePresent(kSse2) ? Blake2b::Mixing::kSse2
+                                                    : Blake2b::Mixing::kPlain);
+}
 
 std::optional<Blake2b::Digest> HashOf(LockedFile& file,
                                       const std::function<void()>& afterEachBlock) {
     try {
-        Blake2b hash;
+        Blake2b hash = NewHash();
         std::vector<std::uint8_t> block(kBlock);
         while (const std::size_t count = file.Read(block)) {
             hash.Update({block.data(), count});
@@ -43,6 +51,8 @@ bool BuildSignature::ReadKeys() {
     keys_ = ParseSigningKeys(shared.SigningKeys.value_or("")).value_or(std::vector<SigningKey>());
     return !keys_.empty();
 }
+
+void BuildSignature::BeginBuild() { incoming_ = NewHash(); }
 
 void BuildSignature::AddToBuild(std::string_view bytes) {
     incoming_.Update({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});

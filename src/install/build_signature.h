@@ -32,7 +32,7 @@ public:
     bool IsThere() const { return HasBlockOf(blocks_, keys_); }
 
     /// A build comes in, from its first byte to its last.
-    void BeginBuild() { incoming_ = {}; }
+    void BeginBuild();
     void AddToBuild(std::string_view bytes);
     /// Ends the build that came in.
     void EndBuild() { hash_ = incoming_.Finish(); }

@@ -15,7 +15,11 @@ class Blake2b {
 public:
     using Digest = std::array<std::uint8_t, 64>;
 
-    Blake2b();
+    /// How a block is mixed in; the hash is the same. With SSE2 it takes a quarter of the time, but
+    /// the caller has to know that the processor and the system have it.
+    enum class Mixing { kPlain, kSse2 };
+
+    explicit Blake2b(Mixing mixing = Mixing::kPlain);
 
     /// Takes in the next bytes, any number of them.
     void Update(std::span<const std::uint8_t> bytes);
@@ -28,6 +32,7 @@ private:
 
     void Compress(const std::uint8_t* block, bool last);
 
+    Mixing mixing_;
     std::array<std::uint64_t, 8> state_ = kSquareRoots;
     std::array<std::uint8_t, kBlockSize> waiting_{};
     std::size_t waitingLength_ = 0;

@@ -23,6 +23,15 @@ TEST_F(BuildSignatureTest, FitsTheBuildThatCameInInAnyPieces) {
     EXPECT_TRUE(signature.Fits());
 }
 
+TEST_F(BuildSignatureTest, FitsOnAProcessorWithoutSse2Too) {
+    world.machine.hasSse2 = false;
+    signature.Take(Signature(newBuild));
+    signature.BeginBuild();
+    signature.AddToBuild(newBuild);
+    signature.EndBuild();
+    EXPECT_TRUE(signature.Fits());
+}
+
 TEST_F(BuildSignatureTest, EachBuildBeginsAnew) {
     signature.Take(Signature(newBuild));
     for (const std::string& build : {oldBuild, newBuild}) {

@@ -55,6 +55,11 @@ protected:
     const std::string file = place.PathOf("held.dll");
 };
 
+TEST(RealProcessor, HasSse2WhereItSaysSo) {
+    EXPECT_EQ(IsProcessorFeaturePresent(PF_XMMI64_INSTRUCTIONS_AVAILABLE),
+              __builtin_cpu_supports("sse2") != 0);
+}
+
 TEST_F(RealVersion, OfASizeBeyondTheFileCountsAsNone) {
     ClaimSize(0x7FFFFFF0);
     EXPECT_EQ(GetFileVersionInfoSizeA(file), 0U);

@@ -48,6 +48,8 @@ std::uint32_t GetSystemDirectoryA(std::string& buffer) {
     return CopyDirectory(TheWorld().machine.systemDirectory, buffer);
 }
 
+bool IsProcessorFeaturePresent(std::uint32_t) { return TheWorld().machine.hasSse2; }
+
 bool HighContrast() { return TheWorld().machine.highContrast; }
 
 std::uint32_t GetFileVersionInfoSizeA(const std::string& path) {

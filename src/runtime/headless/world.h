@@ -39,6 +39,7 @@ struct Machine {
     std::string systemDirectory = "C:\\WINDOWS\\SYSTEM32";
     PixelSize screen{1024, 768};
     bool highContrast = false;
+    bool hasSse2 = true;  ///< The one ability of a processor that the program asks for.
     bool connected = true;
     std::uint32_t connectionFlags = 0x12;
     std::int32_t connectionError = 0;  ///< Raised by the look at the connection when not 0.

@@ -59,6 +59,13 @@ std::uint32_t GetSystemDirectoryA(std::string& buffer) {
     return CopiedLength(::GetSystemDirectoryA(buffer.data(), size), buffer);
 }
 
+bool IsProcessorFeaturePresent(std::uint32_t feature) {
+    static const SystemLibrary library("kernel32.dll");
+    static const LateFunction<decltype(&::IsProcessorFeaturePresent)> function(
+        library, "IsProcessorFeaturePresent");
+    return function(feature) != FALSE;
+}
+
 bool HighContrast() {
     HIGHCONTRASTA contrast{};
     contrast.cbSize = sizeof(contrast);
