@@ -16,8 +16,8 @@ std::uint32_t GetWindowsDirectoryA(std::string& buffer);
 /// The same for the System directory.
 std::uint32_t GetSystemDirectoryA(std::string& buffer);
 
-/// True when both the processor and the system have the ability `feature` (PF_xxx). False also where
-/// the system cannot be asked (Windows 95).
+/// True when both the processor and the system have the ability `feature` (PF_xxx). False also
+/// where the system cannot be asked (Windows 95).
 bool IsProcessorFeaturePresent(std::uint32_t feature);
 
 /// True when the user has asked the system for colours of high contrast.
