@@ -35,11 +35,16 @@ std::optional<std::string> ReadSigningKeys() {
     if (*SWIFTPATCH_SIGNING_KEYS != '\0') {
         return SWIFTPATCH_SIGNING_KEYS;
     }
-    // A key that is there without a value is there, and no build passes it: a line that was damaged
-    // may not switch the protection off. No value of a file can be the end of a line.
+    // A key that is there without a value is there, and no build passes it: neither a line that was
+    // damaged nor a file that cannot be read may switch the protection off. No value of a file can
+    // be the end of a line.
+    const std::string key = "SigningKeys";
     const std::string absent = "\n";
-    const std::string keys = ReadUpdatesKey("SigningKeys", absent);
-    return keys == absent ? std::nullopt : std::optional(keys);
+    const std::string keys = ReadUpdatesKey(key, absent);
+    if (keys != absent) {
+        return keys;
+    }
+    return MayHoldKey(key, AppFile(kSettingsFile)) ? std::optional<std::string>("") : std::nullopt;
 }
 
 }  // namespace

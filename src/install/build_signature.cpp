@@ -67,13 +67,8 @@ bool BuildSignature::Fits() const {
            JudgeSignature(blocks_, keys_, *hash_, kStagedBuild) == SignatureVerdict::kSigned;
 }
 
-bool BuildSignature::IsSameBuild(const std::string& path) const {
-    try {
-        LockedFile file(path);
-        return hash_ && HashOf(file, [] {}) == hash_;
-    } catch (const RuntimeError&) {
-        return false;
-    }
+bool BuildSignature::IsSameBuild(LockedFile& file) const {
+    return hash_ && HashOf(file, [] {}) == hash_;
 }
 
 void DeleteRefusedBuild() {

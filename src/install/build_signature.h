@@ -42,7 +42,7 @@ public:
     /// Whether the maker has signed the build that was seen last; false if it could not be read.
     bool Fits() const;
     /// Whether the file is that build once more, byte for byte.
-    bool IsSameBuild(const std::string& path) const;
+    bool IsSameBuild(LockedFile& file) const;
 
 private:
     std::vector<SigningKey> keys_;

@@ -64,6 +64,11 @@ void frmSwiftPatch::InstallStagedBuild() {
     std::optional<LockedFile> build;
     const bool mayBeInstalled = MayBeInstalled(build, version);
     if (!IsLastPress(press)) {
+        if (!mayBeInstalled) {
+            // The press that has told so could not delete what this one held.
+            build.reset();
+            DeleteRefusedBuild();
+        }
         return;
     }
     if (mayBeInstalled) {
@@ -100,10 +105,10 @@ bool frmSwiftPatch::LockSignedBuild(std::optional<LockedFile>& build) {
 }
 
 void frmSwiftPatch::RefuseToInstall() {
+    cmdInstall.Visible = false;  // First: what comes after it pumps.
     DeleteRefusedBuild();
     ShowAnimation("", "");
     TaskbarProgress = taskbar::kFailure;
-    cmdInstall.Visible = false;
     lblTolvexVersion.Visible = false;
     lblAnimationMsg.Caption = "";
     chkRunTolvex.Value = CheckState::kUnchecked;
@@ -135,9 +140,9 @@ void frmSwiftPatch::BackUp(const std::string& version, std::int32_t press) {
 
 /// False when the copy is not the build that was signed.
 bool frmSwiftPatch::ReplaceMainProgram() {
-    std::function<bool(const std::string&)> isSigned;
+    std::function<bool(LockedFile&)> isSigned;
     if (BuildSignature::IsWanted()) {
-        isSigned = [this](const std::string& copy) { return signature.IsSameBuild(copy); };
+        isSigned = [this](LockedFile& copy) { return signature.IsSameBuild(copy); };
     }
     try {
         return FileCopyIf(AppFile(kStagedBuild), AppFile(kMainProgram), isSigned);

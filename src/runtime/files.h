@@ -51,16 +51,20 @@ public:
     /// and the like when they cannot be read.
     std::size_t Read(std::span<std::uint8_t> buffer);
 
-private:
+    /// The platform's, of a file that is locked already.
     struct Open;
+    explicit LockedFile(std::unique_ptr<Open> open);
+
+private:
     std::unique_ptr<Open> open_;
 };
 
 /// As FileCopy, but the finished copy is only put in the target's place when `isRight`, which is
-/// handed its path, says so; otherwise the result is false. Nobody can write to the copy meanwhile.
-/// A copy over the target itself is not asked about.
+/// handed the copy, says so; otherwise the result is false. From there to its place nobody can
+/// write to the copy, nor, where the system can move a file without its name, put another in its
+/// place. A copy over the target itself is not asked about.
 bool FileCopyIf(const std::string& source, const std::string& target,
-                const std::function<bool(const std::string& copy)>& isRight);
+                const std::function<bool(LockedFile& copy)>& isRight);
 
 /// Removes from a folder what a copy into it has left that was ended by force. Never raises an
 /// error: what cannot be removed stays.

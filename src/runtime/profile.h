@@ -14,6 +14,11 @@ std::size_t GetPrivateProfileStringA(const std::string& section, const std::stri
                                      const std::string& defaultValue, std::string& buffer,
                                      const std::string& file);
 
+/// Whether a key that GetPrivateProfileStringA does not find could be there all the same: the file
+/// is there and cannot be read, or a line begins with the key, in any section and whatever follows.
+/// Waits up to two seconds for another process that lets nobody read the file. Does not pump.
+bool MayHoldKey(const std::string& key, const std::string& file);
+
 /// Writes a key of an INI file (the system's function of this name); the file is created when it
 /// is missing. False when that failed.
 bool WritePrivateProfileStringA(const std::string& section, const std::string& key,

@@ -21,8 +21,9 @@ constexpr milliseconds kLongestStage{60000};
 // Large enough that the check and the copy take a while.
 constexpr std::size_t kSize = 7U << 20U;
 
-// Writes `forged` over the build in the folder and over every unfinished copy of it, and puts it in
-// the build's place, again and again until it goes.
+// Writes `forged` over the build in the folder and over every unfinished copy of it, puts it in the
+// place of each, and keeps the program from being replaced meanwhile, again and again until it
+// goes.
 class Forger {
 public:
     Forger(fs::path folder, const std::string& forged, milliseconds delay)
@@ -37,6 +38,7 @@ public:
         over_ = true;
         thread_.join();
         fs::remove(folder_.parent_path() / "forged.tmp");
+        fs::remove(folder_.parent_path() / "signed.tmp");
     }
     Forger(const Forger&) = delete;
     Forger& operator=(const Forger&) = delete;
@@ -47,19 +49,31 @@ public:
 private:
     void Forge() {
         ++tries_;
+        constexpr DWORD kShareNoMove = FILE_SHARE_READ | FILE_SHARE_WRITE;
+        const HANDLE program = CreateFileW((folder_ / "tolvex.exe").c_str(), GENERIC_READ,
+                                           kShareNoMove, nullptr, OPEN_EXISTING, 0, nullptr);
         Overwrite(folder_ / "tolvex30.exe");
         std::error_code ignored;
         for (const auto& entry : fs::directory_iterator(folder_, ignored)) {
             if (entry.path().extension() == ".tmp") {
                 Overwrite(entry.path());
+                Exchange(entry.path());
             }
         }
+        Exchange(folder_ / "tolvex30.exe");
+        if (program != INVALID_HANDLE_VALUE) {
+            CloseHandle(program);
+        }
+    }
+
+    void Exchange(const fs::path& path) {
         const fs::path own = folder_.parent_path() / "forged.tmp";
+        const fs::path away = folder_.parent_path() / "signed.tmp";
         if (!fs::exists(own)) {
             WriteWholeFile(own, forged_);
         }
-        done_ +=
-            MoveFileExW(own.c_str(), (folder_ / "tolvex30.exe").c_str(), MOVEFILE_REPLACE_EXISTING);
+        MoveFileExW(path.c_str(), away.c_str(), MOVEFILE_REPLACE_EXISTING);
+        done_ += MoveFileExW(own.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING);
     }
 
     void Overwrite(const fs::path& path) {

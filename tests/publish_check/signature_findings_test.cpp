@@ -245,6 +245,11 @@ TEST_F(Signature, OfABuildOlderThanAPartAbove32767IsNotBothOfferedAndNever) {
               1);
 }
 
+TEST_F(Signature, OfAnOlderBuildThatSeemsNewerSaysWhyTheUpdaterCallsItsOwnTheLatest) {
+    const Assessment assessment = Assessed({3, 0, 40000, 1});
+    EXPECT_THAT(assessment.updaters[0].findings[0].text, HasSubstr("finds that it is older than"));
+}
+
 TEST_F(Signature, AnimationIsNotNeededWhereBuildsAreSigned) {
     state.animation = {};
     EXPECT_TRUE(Assessed().Served());

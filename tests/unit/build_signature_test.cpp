@@ -63,10 +63,11 @@ TEST_F(BuildSignatureTest, SameBuildIsTheOneThatWasSeenLast) {
     signature.BeginBuild();
     signature.AddToBuild(newBuild);
     signature.EndBuild();
-    EXPECT_TRUE(signature.IsSameBuild(world.PathOf("copy.exe")));
+    LockedFile same(world.PathOf("copy.exe"));
+    EXPECT_TRUE(signature.IsSameBuild(same));
     world.AddFile("copy.exe", newBuild + "x");
-    EXPECT_FALSE(signature.IsSameBuild(world.PathOf("copy.exe")));
-    EXPECT_FALSE(signature.IsSameBuild(world.PathOf("none.exe")));
+    LockedFile other(world.PathOf("copy.exe"));
+    EXPECT_FALSE(signature.IsSameBuild(other));
 }
 
 TEST(IsDowngrade, AllFourPartsCountAsNumbers) {

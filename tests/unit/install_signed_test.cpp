@@ -135,6 +135,26 @@ TEST_F(InstallSigned, PressedAgainWhileItIsCheckedInstallsOnce) {
     EXPECT_EQ(Staged().locks, 0);
 }
 
+TEST_F(InstallSigned, PressedAgainWhileAnExchangedBuildIsCheckedIsRefusedOnceAndDeletesIt) {
+    Staged().bytes = headless::Build("9.9.9.9", 250000);
+    world.When([this] { return world.trace.Contains("Read C:\\Tolvex\\tolvex30.exe"); },
+               [this] { Press(); });
+    ExpectRefusal();
+    EXPECT_EQ(Content("tolvex30.exe"), "(no such file)");
+}
+
+TEST_F(InstallSigned, CannotBePressedAgainOnceItIsRefused) {
+    Staged().bytes = headless::Build("9.9.9.9", 250000);
+    bool pumped = false;
+    world.When([this] { return world.trace.Contains("Kill C:\\Tolvex\\tolvex30.exe"); },
+               [&] {
+                   pumped = true;
+                   EXPECT_FALSE(Window().cmdInstall.Visible);
+               });
+    ExpectRefusal();
+    EXPECT_TRUE(pumped);
+}
+
 TEST_F(InstallSigned, ClosedWhileItIsCheckedEndsTheRunWithTheOldProgram) {
     Window().chkRunTolvex.Value = CheckState::kUnchecked;
     world.When([this] { return world.trace.Contains("Read C:\\Tolvex\\tolvex30.exe"); },

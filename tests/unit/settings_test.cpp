@@ -151,6 +151,31 @@ TEST_F(Settings, SigningKeysWithoutAValueAreThere) {
     EXPECT_EQ(shared.SigningKeys, "");
 }
 
+TEST_F(Settings, SigningKeysOnADamagedLineAreThere) {
+    for (const std::string line :
+         {"SigningKeys RWone", "SigningKeys", "SigningKeys: RWone", "\tsigningkeysRWone",
+          "[Other]\r\nSigningKeys=RWone", "[Updates]\r\nSIGNINGKEYS=RWone"}) {
+        Load("InstallAtOnce=1\r\n" + line + "\r\n");
+        EXPECT_TRUE(shared.SigningKeys.has_value()) << line;
+    }
+    world.AddFile("tolvex.dta.txt", "\xEF\xBB\xBFSigningKeys=RWone");
+    LoadSettings();
+    EXPECT_EQ(shared.SigningKeys, "");
+}
+
+TEST_F(Settings, SigningKeysInACommentAreNone) {
+    Load("; SigningKeys=RWone\r\n;SigningKeys=RWtwo\r\n");
+    EXPECT_EQ(shared.SigningKeys, std::nullopt);
+}
+
+TEST_F(Settings, SigningKeysOfAFileThatNobodyMayReadAreThere) {
+    Load("SigningKeys=RWone\r\n");
+    headless::File& file = *world.disk.Find(world.PathOf("tolvex.dta.txt"));
+    file.lockedUntil = 10000000;
+    LoadSettings();
+    EXPECT_EQ(shared.SigningKeys, "");
+}
+
 TEST_F(Settings, SigningKeysThatAreTooLongAreThere) {
     Load("SigningKeys=" + std::string(300, 'R') + "\r\n");
     EXPECT_EQ(shared.SigningKeys, std::string(255, 'R'));

@@ -3,8 +3,11 @@
 #include <windows.h>
 
 #include <array>
+#include <optional>
+#include <thread>
 
 #include "runtime/files.h"
+#include "runtime/internal/unfinished_copy.h"
 #include "runtime/runtime_error.h"
 #include "win32/files.h"
 
@@ -95,9 +98,9 @@ protected:
 };
 
 TEST_F(RealFileCopyIf, HandsOverTheFinishedCopyAndMovesItIntoPlace) {
-    std::string seen;
-    EXPECT_TRUE(FileCopyIf(build, target, [&](const std::string& copy) {
-        seen = ReadFile(copy);
+    std::string seen(2 * bytes.size(), ' ');
+    EXPECT_TRUE(FileCopyIf(build, target, [&](LockedFile& copy) {
+        seen.resize(copy.Read({reinterpret_cast<std::uint8_t*>(seen.data()), seen.size()}));
         EXPECT_EQ(ReadFile(target), "old");
         return true;
     }));
@@ -107,22 +110,41 @@ TEST_F(RealFileCopyIf, HandsOverTheFinishedCopyAndMovesItIntoPlace) {
 }
 
 TEST_F(RealFileCopyIf, LeavesTheTargetWhereTheCopyIsRefused) {
-    EXPECT_FALSE(FileCopyIf(build, target, [](const std::string&) { return false; }));
+    EXPECT_FALSE(FileCopyIf(build, target, [](LockedFile&) { return false; }));
     EXPECT_EQ(ReadFile(target), "old");
     EXPECT_EQ(Tree(place.Out()).size(), 1U);
 }
 
-TEST_F(RealFileCopyIf, NobodyCanWriteToTheCopyMeanwhile) {
-    EXPECT_TRUE(FileCopyIf(build, target, [](const std::string& copy) {
+TEST_F(RealFileCopyIf, NobodyCanWriteToTheCopyNorPutAnotherInItsPlaceMeanwhile) {
+    const std::string copy = UnfinishedCopyOf(target);
+    EXPECT_TRUE(FileCopyIf(build, target, [&](LockedFile&) {
         EXPECT_FALSE(CanBeOpened(copy, GENERIC_WRITE));
-        EXPECT_EQ(ErrorOfLocking(copy), 0);
+        EXPECT_FALSE(DeleteFileA(copy.c_str()));
+        EXPECT_FALSE(MoveFileExA(copy.c_str(), (copy + "2").c_str(), 0));
+        EXPECT_FALSE(MoveFileExA(other.c_str(), copy.c_str(), MOVEFILE_REPLACE_EXISTING));
         return true;
     }));
+    EXPECT_TRUE(ReadFile(target) == bytes);
+}
+
+TEST_F(RealFileCopyIf, WaitsForOneWhoHoldsTheTarget) {
+    std::optional<HeldFile> hold;
+    std::thread letGo;
+    EXPECT_TRUE(FileCopyIf(build, target, [&](LockedFile&) {
+        hold.emplace(target);
+        letGo = std::thread([&hold] {
+            Sleep(300);
+            hold.reset();
+        });
+        return true;
+    }));
+    letGo.join();
+    EXPECT_TRUE(ReadFile(target) == bytes);
 }
 
 TEST_F(RealFileCopyIf, MakesAFileThatWasNotThere) {
     place.EmptyOut();
-    EXPECT_TRUE(FileCopyIf(build, target, [](const std::string&) { return true; }));
+    EXPECT_TRUE(FileCopyIf(build, target, [](LockedFile&) { return true; }));
     EXPECT_TRUE(ReadFile(target) == bytes);
 }
 

@@ -37,6 +37,11 @@ std::string Sentence(const FieldRun& run, const std::string& installed,
         case Outcome::kOffered:
             return OfferSentence(run, build);
         case Outcome::kLatest:
+            if (run.Asked(std::string("GET ") + swiftpatch::kStagedBuild)) {
+                return "It fetches " + build + ", finds that it is older than " + installed +
+                       ", which signed builds never go back from, and says that it is running the "
+                       "latest version.";
+            }
             return "It says that it is running the latest version, since it has fetched a build of "
                    "the same version that is not older than the one on the server.";
         case Outcome::kNothingNewer:

@@ -66,10 +66,16 @@ bool IsForeign(const std::string& unfinished) {
 
 /// The copy lies beside the target for as long as it is looked at.
 bool IsRightCopy(const File& copy, const std::string& unfinished,
-                 const std::function<bool(const std::string& copy)>& isRight) {
+                 const std::function<bool(LockedFile& copy)>& isRight) {
     Disk& disk = TheWorld().disk;
     disk.Add(unfinished, copy);
-    const bool right = isRight(unfinished);
+    bool right = false;
+    try {
+        LockedFile file(unfinished);
+        right = isRight(file);
+    } catch (const RuntimeError&) {
+        right = false;
+    }
     disk.Remove(unfinished);
     return right;
 }
@@ -119,6 +125,8 @@ LockedFile::LockedFile(const std::string& path) : open_(std::make_unique<Open>(O
     ++file.locks;
 }
 
+LockedFile::LockedFile(std::unique_ptr<Open> open) : open_(std::move(open)) {}
+
 LockedFile::~LockedFile() {
     if (File* const file = TheWorld().disk.Find(open_->path)) {
         --file->locks;
@@ -140,7 +148,7 @@ void FileCopy(const std::string& source, const std::string& target) {
 }
 
 bool FileCopyIf(const std::string& source, const std::string& target,
-                const std::function<bool(const std::string& copy)>& isRight) {
+                const std::function<bool(LockedFile& copy)>& isRight) {
     TheWorld().disk.Operation("FileCopy", source + " -> " + target);
     Disk& disk = TheWorld().disk;
     File copy{Existing(source).bytes, Existing(source).changed};

@@ -5,6 +5,7 @@
 
 #include "runtime/headless/profile.h"
 #include "runtime/headless/world.h"
+#include "runtime/internal/key_lines.h"
 #include "runtime/runtime_error.h"
 #include "runtime/strings.h"
 
@@ -39,6 +40,9 @@ std::optional<std::string> Lookup(const std::string& text, const std::string& se
         const std::string_view trimmed = TrimBlanks(line);
         const std::size_t equals = trimmed.find('=');
         if (trimmed.starts_with('[')) {
+            if (inside) {
+                break;  // A later section of the name is not looked at.
+            }
             inside = EqualWithoutCase(trimmed, "[" + section + "]");
         } else if (inside && equals != std::string_view::npos &&
                    EqualWithoutCase(TrimBlanks(trimmed.substr(0, equals)), key)) {
@@ -60,12 +64,19 @@ std::size_t GetPrivateProfileStringA(const std::string& section, const std::stri
         TheWorld().whileReadingProfile();
     }
     const headless::File* found = TheWorld().disk.Find(file);
-    const std::string value = (found == nullptr ? std::nullopt : Lookup(found->bytes, section, key))
+    const bool readable = found != nullptr && found->lockedUntil <= TheWorld().uptime;
+    const std::string value = (readable ? Lookup(found->bytes, section, key) : std::nullopt)
                                   .value_or(std::string(WithoutBlanksAtItsEnd(defaultValue)));
     const std::size_t count = std::min(value.size(), buffer.size() - 1);
     buffer.replace(0, count, value, 0, count);
     buffer[count] = '\0';
     return count;
+}
+
+bool MayHoldKey(const std::string& key, const std::string& file) {
+    const headless::File* const found = TheWorld().disk.Find(file);
+    return found != nullptr &&
+           (!TheWorld().WaitOutHold(found->lockedUntil) || HasLineOfKey(found->bytes, key));
 }
 
 bool WritePrivateProfileStringA(const std::string& section, const std::string& key,

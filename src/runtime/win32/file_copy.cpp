@@ -1,6 +1,10 @@
+#include <array>
 #include <cstdint>
 #include <limits>
+#include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "runtime/code_page.h"
 #include "runtime/files.h"
@@ -10,8 +14,10 @@
 #include "runtime/win32/file_security.h"
 #include "runtime/win32/flush.h"
 #include "runtime/win32/handle.h"
+#include "runtime/win32/locked_file.h"
 #include "runtime/win32/nt_family.h"
 #include "runtime/win32/patience.h"
+#include "runtime/win32/system_library.h"
 
 // A copy is made beside the target, flushed to the disk and moved over it in one step, so that
 // whatever ends the program or the machine meanwhile leaves the old file or the new one. A virus
@@ -141,19 +147,73 @@ DWORD Move(const std::string& from, const std::string& to) {
                                  MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
 }
 
-/// Keeps everybody from writing to the copy, but not this program from moving it. Windows 95, 98
-/// and ME move no file that is open.
-UniqueFile HoldAgainstWriters(const std::string& unfinished) {
+/// FILE_RENAME_INFO, which the headers declare for Windows Vista and later only.
+struct RenameInfo {
+    BOOL replaceIfExists;
+    HANDLE rootDirectory;
+    DWORD nameLength;  // In bytes.
+    std::array<WCHAR, MAX_PATH> name;
+};
+constexpr int kFileRenameInfo = 3;  // Of FILE_INFO_BY_HANDLE_CLASS.
+
+/// Null before Windows Vista.
+using SetInformation = BOOL(WINAPI*)(HANDLE, int, void*, DWORD);
+SetInformation FindSetInformation() {
+    static const SystemLibrary library("kernel32.dll");
+    return reinterpret_cast<SetInformation>(
+        reinterpret_cast<void (*)()>(library.Find("SetFileInformationByHandle")));
+}
+
+/// Opens a finished copy so that nobody else can write to it. Where the system moves a file by its
+/// handle, nobody can rename or delete it either, and so put another under its name.
+UniqueFile Hold(const std::string& unfinished) {
+    const bool movesByHandle = FindSetInformation() != nullptr;
+    const DWORD access = movesByHandle ? GENERIC_READ | GENERIC_WRITE | DELETE : GENERIC_READ;
+    const DWORD moved = movesByHandle || !IsNtFamily() ? 0 : FILE_SHARE_DELETE;
     UniqueFile held;
-    if (IsNtFamily()) {
-        FailUnless(WaitOutHold([&] {
-            held.Reset(::CreateFileA(unfinished.c_str(), GENERIC_READ,
-                                     FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                                     FILE_ATTRIBUTE_NORMAL, nullptr));
-            return held ? ERROR_SUCCESS : ::GetLastError();
-        }));
-    }
+    WaitOutHold([&] {
+        held.Reset(::CreateFileA(unfinished.c_str(), access, FILE_SHARE_READ | moved, nullptr,
+                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+        return held ? ERROR_SUCCESS : ::GetLastError();
+    });
     return held;
+}
+
+DWORD MoveHeld(HANDLE held, const std::string& target) {
+    RenameInfo info{TRUE, nullptr, 0, {}};
+    const int length = ::MultiByteToWideChar(CP_ACP, 0, target.c_str(), -1, info.name.data(),
+                                             static_cast<int>(info.name.size()));
+    if (length == 0) {
+        return ::GetLastError();
+    }
+    info.nameLength = static_cast<DWORD>(length - 1) * sizeof(WCHAR);
+    const DWORD error = ErrorOf(FindSetInformation()(held, kFileRenameInfo, &info, sizeof(info)));
+    return error == ERROR_SUCCESS ? Flush(held) : error;
+}
+
+bool PlaceIfRight(const std::string& source, const std::string& target,
+                  const std::string& unfinished,
+                  const std::function<bool(LockedFile& copy)>& isRight) {
+    UniqueFile file = Hold(unfinished);
+    if (!file) {
+        return false;
+    }
+    const HANDLE handle = file.Get();
+    std::optional<LockedFile> held(
+        std::make_unique<LockedFile::Open>(LockedFile::Open{std::move(file)}));
+    if (!isRight(*held)) {
+        return false;
+    }
+    TakeOver(source, target, unfinished);
+    if (FindSetInformation() != nullptr) {
+        FailUnless(WaitOutHold([&] { return MoveHeld(handle, target); }));
+        return true;
+    }
+    if (!IsNtFamily()) {
+        held.reset();  // Windows 95, 98 and ME move no file that is open.
+    }
+    FailUnless(WaitOutHold([&] { return Move(unfinished, target); }));
+    return true;
 }
 
 /// The bytes that are free on a file's drive; where the drive does not tell, as many as can be.
@@ -191,7 +251,7 @@ void FileCopy(const std::string& source, const std::string& target) {
 }
 
 bool FileCopyIf(const std::string& source, const std::string& target,
-                const std::function<bool(const std::string& copy)>& isRight) {
+                const std::function<bool(LockedFile& copy)>& isRight) {
     const bool replaces = Exists(target);
     if (replaces) {
         FailUnless(WaitOutHold([&target] { return ErrorOfOpening(target, OPEN_EXISTING); }));
@@ -202,14 +262,10 @@ bool FileCopyIf(const std::string& source, const std::string& target,
         return true;
     }
     CopyToDisk(source, copy.Path());
-    TakeOver(source, target, copy.Path());
-    UniqueFile held;
     if (isRight) {
-        held = HoldAgainstWriters(copy.Path());
-        if (!isRight(copy.Path())) {
-            return false;
-        }
+        return PlaceIfRight(source, target, copy.Path(), isRight);
     }
+    TakeOver(source, target, copy.Path());
     FailUnless(WaitOutHold([&] { return Move(copy.Path(), target); }));
     return true;
 }

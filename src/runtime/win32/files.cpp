@@ -8,6 +8,7 @@
 #include "runtime/win32/errors.h"
 #include "runtime/win32/flush.h"
 #include "runtime/win32/handle.h"
+#include "runtime/win32/locked_file.h"
 #include "runtime/win32/patience.h"
 #include "runtime/win32/system_time.h"
 
@@ -99,12 +100,10 @@ UniqueFile OpenLocked(const std::string& path) {
 
 }  // namespace
 
-struct LockedFile::Open {
-    UniqueFile file;
-};
-
 LockedFile::LockedFile(const std::string& path)
     : open_(std::make_unique<Open>(Open{OpenLocked(path)})) {}
+
+LockedFile::LockedFile(std::unique_ptr<Open> open) : open_(std::move(open)) {}
 
 LockedFile::~LockedFile() = default;
 

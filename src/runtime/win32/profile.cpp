@@ -1,8 +1,11 @@
 #include "runtime/profile.h"
 
 #include <array>
+#include <utility>
 
+#include "runtime/internal/key_lines.h"
 #include "runtime/win32/handle.h"
+#include "runtime/win32/patience.h"
 
 namespace swiftpatch {
 namespace {
@@ -16,6 +19,33 @@ UniqueKey OpenSettings(const std::string& application, const std::string& sectio
     return UniqueKey(failure == ERROR_SUCCESS ? key : nullptr);
 }
 
+/// An error of the system's; `text` gets what lies in the file.
+DWORD ReadText(const std::string& path, std::string& text) {
+    const UniqueFile file(::CreateFileA(path.c_str(), GENERIC_READ,
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file) {
+        return ::GetLastError();
+    }
+    std::array<char, 4096> block;
+    DWORD count = 0;
+    do {
+        if (!::ReadFile(file.Get(), block.data(), block.size(), &count, nullptr)) {
+            return ::GetLastError();
+        }
+        text.append(block.data(), count);
+    } while (count != 0);
+    return ERROR_SUCCESS;
+}
+
+/// A folder of the name holds no keys.
+bool IsFile(const std::string& path) {
+    const DWORD attributes = ::GetFileAttributesA(path.c_str());
+    return attributes == INVALID_FILE_ATTRIBUTES ? ::GetLastError() != ERROR_FILE_NOT_FOUND &&
+                                                       ::GetLastError() != ERROR_PATH_NOT_FOUND
+                                                 : (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
 }  // namespace
 
 std::size_t GetPrivateProfileStringA(const std::string& section, const std::string& key,
@@ -24,6 +54,12 @@ std::size_t GetPrivateProfileStringA(const std::string& section, const std::stri
     return ::GetPrivateProfileStringA(section.c_str(), key.c_str(), defaultValue.c_str(),
                                       buffer.data(), static_cast<DWORD>(buffer.size()),
                                       file.c_str());
+}
+
+bool MayHoldKey(const std::string& key, const std::string& file) {
+    std::string text;
+    return IsFile(file) && (WaitOutHold([&] { return ReadText(file, text); }) != ERROR_SUCCESS ||
+                            HasLineOfKey(std::move(text), key));
 }
 
 bool WritePrivateProfileStringA(const std::string& section, const std::string& key,

@@ -1,0 +1,20 @@
+#include "runtime/internal/key_lines.h"
+
+#include <algorithm>
+
+#include "runtime/strings.h"
+
+namespace swiftpatch {
+
+bool HasLineOfKey(std::string text, std::string_view key) {
+    constexpr std::string_view kBefore = " \t\xEF\xBB\xBF\xFF\xFE";
+    std::erase(text, '\0');
+    std::replace(text.begin(), text.end(), '\r', '\n');
+    const std::vector<std::string> lines = Split(text, '\n');
+    return std::any_of(lines.begin(), lines.end(), [key](std::string_view line) {
+        line.remove_prefix(std::min(line.find_first_not_of(kBefore), line.size()));
+        return EqualWithoutCase(line.substr(0, key.size()), key);
+    });
+}
+
+}  // namespace swiftpatch
