@@ -1,8 +1,10 @@
 #include "runtime/program.h"
+#include "shared/branding.h"
 #include "shared/version.h"
 
 namespace swiftpatch {
 
-const ProgramIdentity kProgram{kProductName, kVersionMajor, kVersionMinor, kVersionRevision};
+const ProgramIdentity kProgram{SWIFTPATCH_UPDATER_TITLE, SWIFTPATCH_INSTANCE_NAME, kVersionMajor,
+                               kVersionMinor, kVersionRevision};
 
 }  // namespace swiftpatch

@@ -2,10 +2,10 @@
 
 namespace swiftpatch {
 
-/// What the runtime has to know of the program that it serves: its name stands in the captions of
-/// boxes and in requests, and is how a second instance finds the first.
+/// What the runtime has to know of the program that it serves.
 struct ProgramIdentity {
-    const char* title;
+    const char* title;     ///< Stands in the captions of boxes and in requests.
+    const char* instance;  ///< How a second instance finds the first.
     int major;
     int minor;
     int revision;

@@ -7,6 +7,16 @@
 
 #include "shared/branding_values.h"
 
+/// The updater's name in boxes and requests.
+#ifndef SWIFTPATCH_UPDATER_TITLE
+#define SWIFTPATCH_UPDATER_TITLE "SwiftPatch"
+#endif
+
+/// What a second instance of it finds the first by.
+#ifndef SWIFTPATCH_INSTANCE_NAME
+#define SWIFTPATCH_INSTANCE_NAME "SwiftPatch.Instance"
+#endif
+
 /// The server folder if the data file names none: host and path without a scheme, ending in
 /// "/download/".
 #ifndef SWIFTPATCH_DEFAULT_SERVER

@@ -79,7 +79,7 @@ TEST(ProgramFile, HasAVersionBlockWithTheMakersTexts) {
     const std::string version = std::to_string(kVersionMajor) + "." +
                                 std::to_string(kVersionMinor) + "." +
                                 std::to_string(kVersionRevision);
-    EXPECT_EQ(VersionText(L"ProductName"), kProductName);
+    EXPECT_EQ(VersionText(L"ProductName"), SWIFTPATCH_UPDATER_TITLE);
     EXPECT_EQ(VersionText(L"ProductVersion"), version);
     EXPECT_EQ(VersionText(L"FileVersion"), version);
     EXPECT_EQ(VersionText(L"CompanyName"), SWIFTPATCH_COMPANY);

@@ -7,7 +7,7 @@
 namespace swiftpatch {
 
 /// The runtime here serves the tests, not the updater.
-const ProgramIdentity kProgram{"SwiftPatch runtime tests", 1, 0, 0};
+const ProgramIdentity kProgram{"SwiftPatch runtime tests", "SwiftPatch.Runtime.Tests", 1, 0, 0};
 
 }  // namespace swiftpatch
 

@@ -45,8 +45,8 @@ std::string ProgramFile() {
 
 /// The name lives until the process ends, however it ends. It is taken as well where it may not be
 /// opened, as that of an instance that was started with more rights.
-bool NameTaken(const std::string& name) {
-    ::CreateMutexA(nullptr, FALSE, name.c_str());
+bool NameTaken(const char* name) {
+    ::CreateMutexA(nullptr, FALSE, name);
     const DWORD error = ::GetLastError();
     return error == ERROR_ALREADY_EXISTS || error == ERROR_ACCESS_DENIED;
 }
@@ -65,7 +65,7 @@ int Minor() { return kProgram.minor; }
 int Revision() { return kProgram.revision; }
 
 bool PrevInstance() {
-    static const bool previous = NameTaken(Title() + ".Instance");
+    static const bool previous = NameTaken(kProgram.instance);
     return previous;
 }
 
