@@ -36,7 +36,8 @@ void frmSplash1::Form_Load() {
         PaintSplashBackground(*this);
         ShowMessageOfTheDay();
         for (Label* title : {&lbltitle0, &lbltitle1}) {
-            title->Caption = "Tolvex Swift Patch and Technical Support";
+            title->Caption =
+                SWIFTPATCH_SHORT_NAME " " SWIFTPATCH_UPDATER_NAME " and Technical Support";
         }
         lblLoading.Caption = "Moving Screen";
         CenterOnScreen();

@@ -1,4 +1,5 @@
 #include "app/frmSplash1.h"
+#include "shared/branding.h"
 
 namespace swiftpatch {
 namespace {
@@ -8,7 +9,7 @@ constexpr int kSplashPicture = 101;
 
 FormDesign SplashDesign() {
     FormDesign design;
-    design.caption = "Swift Patch";
+    design.caption = SWIFTPATCH_UPDATER_NAME;
     design.width = 300;
     design.height = 170;
     design.border = BorderStyle::kNone;
@@ -46,7 +47,8 @@ void frmSplash1::Design() {
     lblLoading.Place({12, 152, 160, 10});
     cmdExit.Place({238, 148, 50, 14});
     for (Label* title : {&lbltitle0, &lbltitle1}) {
-        title->Caption.Design("Tolvex Swift Patch && Technical Support");
+        title->Caption.Design(SWIFTPATCH_SHORT_NAME " " SWIFTPATCH_UPDATER_NAME
+                                                    " && Technical Support");
         title->FontSize.Design(12);
     }
     for (Label* main : {&lblMain0, &lblMain1}) {

@@ -16,8 +16,9 @@ FormDesign RunningDesign() {
 }
 
 constexpr const char* kHelp =
-    "\r\n\r\nIf you continue to have problems with swift patch\r\n"
-    "Please call q-Tolvex Technical Support at\r\n" SWIFTPATCH_SUPPORT_LINE;
+    "\r\n\r\nIf you continue to have problems with " SWIFTPATCH_UPDATER_NAME_IN_TEXT
+    "\r\n"
+    "Please call " SWIFTPATCH_NAME " Technical Support at\r\n" SWIFTPATCH_SUPPORT_LINE;
 
 }  // namespace
 

@@ -6,6 +6,7 @@
 #include "runtime/files.h"
 #include "runtime/msgbox.h"
 #include "runtime/strings.h"
+#include "shared/branding.h"
 #include "shared/paths.h"
 
 namespace swiftpatch {
@@ -22,7 +23,8 @@ std::string InstalledVersion() {
         return modVersion::GetFileVersion(AppFile(kMainProgram)).ProductVersion;
     }
     const std::string folder = "'" + App::Path() + "'.";
-    MsgBox("tolvex.exe not found in " + folder + "\r\n\r\nInstalling tolvex.exe in " + folder);
+    MsgBox(SWIFTPATCH_PROGRAM " not found in " + folder +
+           "\r\n\r\nInstalling " SWIFTPATCH_PROGRAM " in " + folder);
     return {};
 }
 
@@ -48,16 +50,15 @@ void frmSwiftPatch::InstallStagedBuild() {
         return;
     }
     if (running) {
-        MsgBox(
-            "Install Error!\r\n\r\nCannot install the updated Tolvex program while\r\n"
-            "Tolvex is still running.",
-            msgbox::kCritical);
+        MsgBox("Install Error!\r\n\r\nCannot install the updated " SWIFTPATCH_SHORT_NAME
+               " program while\r\n" SWIFTPATCH_SHORT_NAME " is still running.",
+               msgbox::kCritical);
         return;
     }
     const std::string version = InstalledVersion();
     if (!FileExists(AppFile(kStagedBuild))) {
-        MsgBox("The update file 'tolvex30.exe'\r\nnot found in '" + App::Path() +
-               "'.\r\ntolvex.exe not updated.");
+        MsgBox("The update file '" SWIFTPATCH_STAGED_PROGRAM "'\r\nnot found in '" + App::Path() +
+               "'.\r\n" SWIFTPATCH_PROGRAM " not updated.");
         return;
     }
     // Nobody can exchange a build that has to be signed from here on until it has been copied.
@@ -115,26 +116,28 @@ void frmSwiftPatch::RefuseToInstall() {
     cmdClose.Enabled = true;
     MsgBox(
         "Install Error!\r\n\r\n"
-        "The update file 'tolvex30.exe' is not the one that the maker of q-tolvex signed.\r\n"
-        "tolvex.exe not updated.",
+        "The update file '" SWIFTPATCH_STAGED_PROGRAM
+        "' is not the one that the maker of " SWIFTPATCH_NAME_IN_TEXT
+        " signed.\r\n" SWIFTPATCH_PROGRAM " not updated.",
         msgbox::kCritical);
     FocusNextStep();
 }
 
 void frmSwiftPatch::BackUp(const std::string& version, std::int32_t press) {
-    const std::string backup = "tolvex." + version + ".exe";
+    const std::string backup = SWIFTPATCH_BACKUP_STEM "." + version + ".exe";
     if (version.empty() || FileExists(AppFile(backup))) {
         return;
     }
-    MsgBox("A backup file for your current version of tolvex was not found in\r\n'" + App::Path() +
-           "'.\r\n\r\nMaking a copy of tolvex.exe as '" + backup + "'");
+    MsgBox("A backup file for your current version of " SWIFTPATCH_SHORT_NAME_IN_TEXT
+           " was not found in\r\n'" +
+           App::Path() + "'.\r\n\r\nMaking a copy of " SWIFTPATCH_PROGRAM " as '" + backup + "'");
     if (!IsLastPress(press)) {
         return;
     }
     try {
         FileCopy(AppFile(kMainProgram), AppFile(backup));
     } catch (const RuntimeError& error) {
-        MsgBox(CopyError("tolvex.exe backup", error));
+        MsgBox(CopyError(SWIFTPATCH_PROGRAM " backup", error));
     }
 }
 
@@ -148,17 +151,18 @@ bool frmSwiftPatch::ReplaceMainProgram() {
         return FileCopyIf(AppFile(kStagedBuild), AppFile(kMainProgram), isSigned);
     } catch (const RuntimeError& error) {
         // The stage goes on to report its success all the same, deliberately.
-        MsgBox(CopyError("tolvex30.exe to tolvex.exe", error));
+        MsgBox(CopyError(SWIFTPATCH_STAGED_PROGRAM " to " SWIFTPATCH_PROGRAM, error));
         return true;
     }
 }
 
 void frmSwiftPatch::ShowInstalled() {
     cmdInstall.Visible = false;
-    lblTolvexVersion.Caption = "q-tolvex Version installed: " +
+    lblTolvexVersion.Caption = SWIFTPATCH_NAME_IN_TEXT " Version installed: " +
                                modVersion::GetFileVersion(AppFile(kMainProgram)).ProductVersion;
     lblTolvexVersion.Visible = true;
-    lblAnimationMsg.Caption = "You have installed the latest version of q-tolvex.";
+    lblAnimationMsg.Caption =
+        "You have installed the latest version of " SWIFTPATCH_NAME_IN_TEXT ".";
     lblStatus.Caption = "";
     cmdClose.Enabled = true;
     FocusNextStep();

@@ -9,12 +9,14 @@
 #include "runtime/msgbox.h"
 #include "runtime/numbers.h"
 #include "runtime/profile.h"
+#include "shared/branding.h"
 
 namespace swiftpatch {
 namespace {
 
-/// The class of the main program's windows, and a part of their titles.
-constexpr const char* kProgram = "q-Tolvex.exe";
+/// Of the main program's windows: their class, and a part of their titles.
+constexpr const char* kWindowClass = SWIFTPATCH_WINDOW_CLASS;
+constexpr const char* kTitlePart = SWIFTPATCH_WINDOW_TITLE;
 constexpr std::size_t kTextLength = 128;
 
 constexpr std::uint32_t kWmClose = 0x0010;       // WM_CLOSE
@@ -37,7 +39,7 @@ std::string ClassOf(WindowHandle window) {
 bool TitleNamesProgram(WindowHandle window) {
     std::string buffer(kTextLength, '\0');
     const int length = GetWindowTextA(window, buffer);
-    return buffer.substr(0, static_cast<std::size_t>(length)).find(kProgram) != std::string::npos;
+    return buffer.substr(0, static_cast<std::size_t>(length)).find(kTitlePart) != std::string::npos;
 }
 
 WindowHandle TopOwner(WindowHandle window) {
@@ -49,14 +51,14 @@ WindowHandle TopOwner(WindowHandle window) {
 }
 
 WindowHandle RememberedHandle() {
-    const std::string text = GetSetting("Closefrm", "Defaults", "Last Handle", "0");
+    const std::string text = GetSetting(SWIFTPATCH_SETTINGS_NAME, "Defaults", "Last Handle", "0");
     return IsNumeric(text) ? ToLong(text) : 0;
 }
 
 void ClassPass(Search& search) {
     for (std::size_t i = 1; i < WindowHandles.size(); ++i) {
         const WindowHandle window = WindowHandles[i];
-        if (ClassOf(window) != kProgram) {
+        if (ClassOf(window) != kWindowClass) {
             continue;
         }
         const WindowHandle owner = TopOwner(window);
@@ -96,17 +98,19 @@ void TitlePass(Search& search) {
 
 bool UserWantsItClosed() {
     return MsgBox(
-               "The program q-Tolvex.exe is running and must be closed\r\n"
+               "The program " SWIFTPATCH_RUNNING_NAME
+               " is running and must be closed\r\n"
                "to perform an update.\r\n"
                "\r\n"
                "You can still download the latest version without installing it, however you will "
-               "need to close q-Tolvex.exe to install the update.\r\n"
+               "need to close " SWIFTPATCH_RUNNING_NAME
+               " to install the update.\r\n"
                "\r\n"
-               "Should I close the program q-Tolvex.exe automatically?",
+               "Should I close the program " SWIFTPATCH_RUNNING_NAME " automatically?",
                msgbox::kYesNo + msgbox::kQuestion,
                // With a trailing blank, deliberately.
-               "q-Tolvex.exe Detected Running - Close Program Automatically ") ==
-           MsgBoxAnswer::kYes;
+               SWIFTPATCH_RUNNING_NAME
+               " Detected Running - Close Program Automatically ") == MsgBoxAnswer::kYes;
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "mainwindow/check_facts.h"
 
 #include "components/utilities.h"
+#include "shared/branding.h"
 #include "shared/paths.h"
 
 namespace swiftpatch {
@@ -39,22 +40,25 @@ std::string UpdateInformation(const CheckFacts& facts) {
     const std::string staged = AppFile(kStagedBuild);
     const std::string installed = AppFile(kMainProgram);
     if (!facts.stagedDate) {
-        return "Support Information is not available for tolvex30.exe because the comparison "
+        return "Support Information is not available for " SWIFTPATCH_STAGED_PROGRAM
+               " because the comparison "
                "file, '" +
                staged + "' is missing.";
     }
-    return Lines({"Update Information....",
-                  "Date of server file  tolvex30.exe  = " + FormatDateMDY(facts.serverDate).value(),
-                  "with GMT offset of " + std::to_string(facts.gmtOffsetHours) + " hours.",
-                  "Date of app.path tolvex30.exe    = " + FormatDateMDY(*facts.stagedDate).value(),
-                  "Server Version is:   " + std::to_string(facts.ageGap / kMinutesADay) +
-                      " days and " + std::to_string(facts.ageGap % kMinutesADay / 60) +
-                      " hours newer.",
-                  "Product Version '" + staged + "' = " + facts.stagedProductVersion,
-                  "Product Version '" + installed + "' = " + facts.installedProductVersion,
-                  "Size of Server      tolvex30.exe  = " + std::to_string(facts.serverSize),
-                  "Size of '" + staged + "'  = " + std::to_string(facts.stagedLength),
-                  "Size of '" + installed + "'  = " + std::to_string(facts.installedLength)});
+    return Lines(
+        {"Update Information....",
+         "Date of server file  " SWIFTPATCH_STAGED_PROGRAM "  = " +
+             FormatDateMDY(facts.serverDate).value(),
+         "with GMT offset of " + std::to_string(facts.gmtOffsetHours) + " hours.",
+         "Date of app.path " SWIFTPATCH_STAGED_PROGRAM "    = " +
+             FormatDateMDY(*facts.stagedDate).value(),
+         "Server Version is:   " + std::to_string(facts.ageGap / kMinutesADay) + " days and " +
+             std::to_string(facts.ageGap % kMinutesADay / 60) + " hours newer.",
+         "Product Version '" + staged + "' = " + facts.stagedProductVersion,
+         "Product Version '" + installed + "' = " + facts.installedProductVersion,
+         "Size of Server      " SWIFTPATCH_STAGED_PROGRAM "  = " + std::to_string(facts.serverSize),
+         "Size of '" + staged + "'  = " + std::to_string(facts.stagedLength),
+         "Size of '" + installed + "'  = " + std::to_string(facts.installedLength)});
 }
 
 }  // namespace swiftpatch

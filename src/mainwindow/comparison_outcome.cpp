@@ -1,6 +1,7 @@
 #include "mainwindow/frmSwiftPatch.h"
 #include "mainwindow/version_comparison.h"
 #include "runtime/events.h"
+#include "shared/branding.h"
 
 namespace swiftpatch {
 namespace {
@@ -32,7 +33,7 @@ void ReportNothingNewer(frmSwiftPatch& window) {
     window.FocusNextStep();
     window.lblStatus.Caption = "No update is required at this time.";
     DoEvents();
-    window.Caption = "Swift Patch - Download No Update Required - All Files Current";
+    window.Caption = SWIFTPATCH_UPDATER_NAME " - Download No Update Required - All Files Current";
     window.HideBusyDisplay();
 }
 

@@ -11,6 +11,7 @@
 #include "runtime/files.h"
 #include "runtime/msgbox.h"
 #include "runtime/strings.h"
+#include "shared/branding.h"
 #include "shared/error_report.h"
 #include "shared/paths.h"
 #include "shared/shared_state.h"
@@ -58,17 +59,17 @@ void frmSwiftPatch::MakeTopMost() {
 }
 
 void frmSwiftPatch::ShowOwnVersion() {
-    lblVersion.Caption = "Swift Patch Version: " + std::to_string(App::Major()) + "." +
+    lblVersion.Caption = SWIFTPATCH_UPDATER_NAME " Version: " + std::to_string(App::Major()) + "." +
                          std::to_string(App::Minor()) + "." + ZeroPadded(App::Revision(), 3);
 }
 
 void frmSwiftPatch::ShowBetaNotice() {
-    MsgBox(
-        "You are running a free version of tolvex updater\r\n"
-        "which contains a few debug message boxes.\r\n\r\n"
-        "Beta Version 0." +
-            std::to_string(App::Minor()) + "." + std::to_string(App::Revision()),
-        msgbox::kInformation, "Beta Version");
+    MsgBox("You are running a free version of " SWIFTPATCH_SHORT_NAME_IN_TEXT
+           " updater\r\n"
+           "which contains a few debug message boxes.\r\n\r\n"
+           "Beta Version 0." +
+               std::to_string(App::Minor()) + "." + std::to_string(App::Revision()),
+           msgbox::kInformation, "Beta Version");
 }
 
 void frmSwiftPatch::ShowAnimation(const std::string& path, const std::string& /*message*/) {

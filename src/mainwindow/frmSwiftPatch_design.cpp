@@ -1,11 +1,12 @@
 #include "mainwindow/frmSwiftPatch.h"
+#include "shared/branding.h"
 
 namespace swiftpatch {
 namespace {
 
 FormDesign MainWindowDesign() {
     FormDesign design;
-    design.caption = "Swift Patch";
+    design.caption = SWIFTPATCH_UPDATER_NAME;
     design.width = 344;
     design.height = 252;
     design.border = BorderStyle::kFixedSingle;
@@ -19,7 +20,7 @@ frmSwiftPatch::frmSwiftPatch()
     : Form("frmSwiftPatch", MainWindowDesign()),
       txtDebug(*this, 101, "txtDebug"),
       tmrDownloadTimeout(*this, 102, "tmrDownloadTimeout"),
-      chkRunTolvex(*this, 103, "chkRunTolvex"),
+      chkRunTolvex(*this, 103, "chkRun" SWIFTPATCH_SHORT_NAME),
       cmdInstall(*this, 104, "cmdInstall"),
       cmdRetry(*this, 105, "cmdRetry"),
       cmdReadLog(*this, 106, "cmdReadLog"),
@@ -31,7 +32,7 @@ frmSwiftPatch::frmSwiftPatch()
       Animation1(*this, 112, "Animation1", &fraMessages),
       lblAnimationMsg(*this, 113, "lblAnimationMsg", &fraMessages),
       lstStat(*this, 114, "lstStat"),
-      lblTolvexVersion(*this, 115, "lblTolvexVersion"),
+      lblTolvexVersion(*this, 115, "lbl" SWIFTPATCH_SHORT_NAME "Version"),
       lblSimulation(*this, 116, "lblSimulation"),
       lblVersion(*this, 117, "lblVersion"),
       lblStatus(*this, 118, "lblStatus") {
@@ -43,7 +44,7 @@ frmSwiftPatch::frmSwiftPatch()
 void frmSwiftPatch::Design() {
     txtDebug.Text.Design("Text1");
     tmrDownloadTimeout.Interval.Design(1000);
-    chkRunTolvex.Caption.Design("Run q-tolvex.exe on exit");
+    chkRunTolvex.Caption.Design("Run " SWIFTPATCH_RUN_NAME " on exit");
     chkRunTolvex.Value.Design(CheckState::kChecked);
     cmdInstall.Caption.Design("Install");
     cmdInstall.Enabled.Design(false);
@@ -56,7 +57,7 @@ void frmSwiftPatch::Design() {
     cmdClose.Enabled.Design(false);
     cmdClose.Cancel = true;
     lstStat.Columns = {"Stage", "Status"};
-    lblTolvexVersion.Caption.Design("q-tolvex Version available: 30.x.x");
+    lblTolvexVersion.Caption.Design(SWIFTPATCH_NAME_IN_TEXT " Version available: 30.x.x");
     lblTolvexVersion.Visible.Design(false);
     lblSimulation.Caption.Design("Simulation Mode");
     lblSimulation.Visible.Design(false);

@@ -1,4 +1,5 @@
 #include "mainwindow/frmSwiftPatch.h"
+#include "shared/branding.h"
 #include "shared/paths.h"
 #include "shared/shared_state.h"
 
@@ -7,7 +8,8 @@ namespace {
 
 void SayThatABuildIsThere(frmSwiftPatch& window) {
     window.tmrCheckVersion.Enabled = false;
-    window.lblAnimationMsg.Caption = "You have downloaded the latest version of q-tolvex";
+    window.lblAnimationMsg.Caption =
+        "You have downloaded the latest version of " SWIFTPATCH_NAME_IN_TEXT;
 }
 
 void ShowInstallButton(frmSwiftPatch& window) {
@@ -28,7 +30,7 @@ void WaitForPressOrInstall(frmSwiftPatch& window) {
 }  // namespace
 
 void frmSwiftPatch::ShowVersionOnOffer(const std::string& version) {
-    lblTolvexVersion.Caption = "q-tolvex Version available to install: " + version;
+    lblTolvexVersion.Caption = SWIFTPATCH_NAME_IN_TEXT " Version available to install: " + version;
 }
 
 void frmSwiftPatch::OfferInstall() {

@@ -1,6 +1,7 @@
 // The part of the check that there is where builds have to be signed.
 #include "mainwindow/frmSwiftPatch.h"
 #include "runtime/files.h"
+#include "shared/branding.h"
 #include "shared/paths.h"
 
 namespace swiftpatch {
@@ -16,9 +17,11 @@ bool frmSwiftPatch::ObtainSignature() {
         return false;
     }
     if (!signature.IsThere()) {
-        RefuseUpdate("Signature Missing",
-                     "The update on the server is not signed by the maker of q-tolvex.\r\n"
-                     "It was not downloaded. Your program has not been changed.");
+        RefuseUpdate(
+            "Signature Missing",
+            "The update on the server is not signed by the maker of " SWIFTPATCH_NAME_IN_TEXT
+            ".\r\n"
+            "It was not downloaded. Your program has not been changed.");
         return false;
     }
     return true;
@@ -52,7 +55,8 @@ bool frmSwiftPatch::IsDownloadSigned() {
         return true;
     }
     RefuseUpdate("Signature Invalid",
-                 "The downloaded update was not signed by the maker of q-tolvex.\r\n"
+                 "The downloaded update was not signed by the maker of " SWIFTPATCH_NAME_IN_TEXT
+                 ".\r\n"
                  "The file could have been tampered with.\r\n"
                  "Your program has not been changed.");
     return false;

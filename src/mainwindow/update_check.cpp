@@ -7,6 +7,7 @@
 #include "runtime/events.h"
 #include "runtime/files.h"
 #include "runtime/msgbox.h"
+#include "shared/branding.h"
 #include "shared/paths.h"
 #include "shared/shared_state.h"
 
@@ -88,7 +89,7 @@ void frmSwiftPatch::tmrCheckVersion_Timer() {
 void frmSwiftPatch::AnnounceCheck() {
     Pointer = MousePointer::kHourglass;
     tmrCheckVersion.Enabled = false;
-    lblAnimationMsg.Caption = "checking connection to q-tolvex servers...";
+    lblAnimationMsg.Caption = "checking connection to " SWIFTPATCH_NAME_IN_TEXT " servers...";
     lblAnimationMsg.Refresh();
     check = {};
     check.serverUrl = shared.ServerDownloadPath + kStagedBuild;
@@ -102,14 +103,14 @@ bool frmSwiftPatch::FindConnection() {
     }
     connectivityDone = true;
     if (check_internet_connectivity(*this, check.serverUrl)) {
-        lblAnimationMsg.Caption = "q-tolvex server\r\nconnection available.";
+        lblAnimationMsg.Caption = SWIFTPATCH_NAME_IN_TEXT " server\r\nconnection available.";
         return true;
     }
     WaitSeconds(2);
-    lblAnimationMsg.Caption = "No connection to the q-tolvex update server.";
-    std::string text =
-        "\r\nNo connection to the q-tolvex update server.\r\n\r\n"
-        "Please check your internet connection and try again later.";
+    lblAnimationMsg.Caption = "No connection to the " SWIFTPATCH_NAME_IN_TEXT " update server.";
+    std::string text = "\r\nNo connection to the " SWIFTPATCH_NAME_IN_TEXT
+                       " update server.\r\n\r\n"
+                       "Please check your internet connection and try again later.";
     error_Message(text, message_style::kText, "No Connection");
     return false;
 }
@@ -178,7 +179,7 @@ void frmSwiftPatch::ReportBadDownloadLink() {
 
 void frmSwiftPatch::ReportLatestVersion() {
     tmrCheckVersion.Enabled = false;
-    lblAnimationMsg.Caption = "You are running the latest version of q-tolvex";
+    lblAnimationMsg.Caption = "You are running the latest version of " SWIFTPATCH_NAME_IN_TEXT;
     ShowAnimation("", "");
     cmdInstall.Visible = false;
     ProgressBar1.Visible = false;

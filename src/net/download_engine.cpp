@@ -8,6 +8,7 @@
 #include "runtime/msgbox.h"
 #include "runtime/numbers.h"
 #include "runtime/strings.h"
+#include "shared/branding.h"
 #include "shared/paths.h"
 
 namespace swiftpatch {
@@ -106,7 +107,7 @@ bool frmSwiftPatch::OpenTarget(int file) {
         // Any other mode opens nothing: the first write to the unopened number is an error.
         return true;
     }
-    lblAnimationMsg.Caption = "downloading the\r\nlatest q-tolvex version.";
+    lblAnimationMsg.Caption = "downloading the\r\nlatest " SWIFTPATCH_NAME_IN_TEXT " version.";
     const std::string target = AppFile(kStagedBuild);
     try {
         if (FileExists(target)) {
@@ -195,7 +196,7 @@ void frmSwiftPatch::ReportDeletionFailure(const RuntimeError& error) {
     Inet1.Cancel();
     std::string text = "Error: " + std::to_string(error.Number()) + kCrLf + error.Description();
     if (error.Number() == error_number::kPathFileAccess) {
-        text += "\r\n\r\ntolvex30.exe is probably running.";
+        text += "\r\n\r\n" SWIFTPATCH_STAGED_PROGRAM " is probably running.";
     }
     MsgBox(text);
     ShowAnimation("", "");
