@@ -20,7 +20,7 @@ frmSwiftPatch::frmSwiftPatch()
     : Form("frmSwiftPatch", MainWindowDesign()),
       txtDebug(*this, 101, "txtDebug"),
       tmrDownloadTimeout(*this, 102, "tmrDownloadTimeout"),
-      chkRunTolvex(*this, 103, "chkRun" SWIFTPATCH_SHORT_NAME),
+      chkRunTolvex(*this, 103, "chkRun" SWIFTPATCH_NAME_IN_CODE),
       cmdInstall(*this, 104, "cmdInstall"),
       cmdRetry(*this, 105, "cmdRetry"),
       cmdReadLog(*this, 106, "cmdReadLog"),
@@ -32,7 +32,7 @@ frmSwiftPatch::frmSwiftPatch()
       Animation1(*this, 112, "Animation1", &fraMessages),
       lblAnimationMsg(*this, 113, "lblAnimationMsg", &fraMessages),
       lstStat(*this, 114, "lstStat"),
-      lblTolvexVersion(*this, 115, "lbl" SWIFTPATCH_SHORT_NAME "Version"),
+      lblTolvexVersion(*this, 115, "lbl" SWIFTPATCH_NAME_IN_CODE "Version"),
       lblSimulation(*this, 116, "lblSimulation"),
       lblVersion(*this, 117, "lblVersion"),
       lblStatus(*this, 118, "lblStatus") {

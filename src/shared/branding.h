@@ -58,6 +58,11 @@
 #define SWIFTPATCH_SHORT_NAME_IN_TEXT "tolvex"
 #endif
 
+/// One word, a part of the names of controls.
+#ifndef SWIFTPATCH_NAME_IN_CODE
+#define SWIFTPATCH_NAME_IN_CODE "Tolvex"
+#endif
+
 /// What can be run on exit.
 #ifndef SWIFTPATCH_RUN_NAME
 #define SWIFTPATCH_RUN_NAME "q-tolvex.exe"

@@ -1,5 +1,6 @@
 #include "e2e/update_run.h"
 
+#include <algorithm>
 #include <array>
 #include <iostream>
 
@@ -246,8 +247,11 @@ void UpdateRun::ExpectRequests(const std::vector<std::string>& requests) const {
     EXPECT_EQ(seen, requests);
 }
 
-void UpdateRun::ExpectFiles(const std::vector<std::string>& differences) const {
-    EXPECT_EQ(Differences(before_, folder_->Take()), differences);
+void UpdateRun::ExpectFiles(std::vector<std::string> differences) const {
+    std::vector<std::string> found = Differences(before_, folder_->Take());
+    std::sort(found.begin(), found.end());
+    std::sort(differences.begin(), differences.end());
+    EXPECT_EQ(found, differences);
 }
 
 void UpdateRun::ExpectNothingStarted() const {

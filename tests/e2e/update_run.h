@@ -96,7 +96,7 @@ protected:
     /// The server saw exactly these requests, "HEAD tolvex30.exe" for one in the server folder.
     void ExpectRequests(const std::vector<std::string>& requests) const;
     /// Exactly this happened to the files in the application folder: "created NAME", ...
-    void ExpectFiles(const std::vector<std::string>& differences) const;
+    void ExpectFiles(std::vector<std::string> differences) const;
     /// The updater, which has ended, did not start the main program.
     void ExpectNothingStarted() const;
     /// The control showed these texts in this order, others between them.

@@ -41,9 +41,9 @@ TEST_F(frmRunningTest, ProgramNameAsksToCloseThatProgram) {
 }
 
 TEST_F(frmRunningTest, LineBreaksInTheNameAreRemoved) {
-    dialog.program = "\r\ntol\r\nvex.exe\r\n";
-    EXPECT_TRUE(Text().starts_with("The program tolvex.exe that you are\r\n"));
-    EXPECT_NE(Text().find("Please close tolvex.exe before\r\n"), std::string::npos);
+    dialog.program = "\r\nthe\r\nother.exe\r\n";
+    EXPECT_TRUE(Text().starts_with("The program theother.exe that you are\r\n"));
+    EXPECT_NE(Text().find("Please close theother.exe before\r\n"), std::string::npos);
 }
 
 TEST_F(frmRunningTest, ProgramNameGoesBeforeTheMessage) {

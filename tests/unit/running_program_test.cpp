@@ -1,5 +1,9 @@
 #include "install/running_program.h"
 
+#include <algorithm>
+#include <cctype>
+#include <string>
+
 #include "runtime/runtime_error.h"
 #include "unit/program_test.h"
 
@@ -21,6 +25,12 @@ constexpr const char* kBox =
     "close q-Tolvex.exe to install the update.\\r\\n"
     "\\r\\n"
     "Should I close the program q-Tolvex.exe automatically?\" -> ";
+
+std::string InCapitals(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });
+    return text;
+}
 
 class RunningProgram : public ProgramTest {
 protected:
@@ -166,8 +176,8 @@ TEST_F(RunningProgram, ClassMatchWithoutOwnersTextIsLeftToTheTitlePass) {
 }
 
 TEST_F(RunningProgram, ClassIsMatchedExactlyAndTheTitleWithRegardToCase) {
-    AddWindow(300, "Q-TOLVEX.EXE", "Q-TOLVEX.EXE");
-    AddWindow(310, "q-Tolvex.exe2", "q-tolvex.exe");
+    AddWindow(300, InCapitals(kProgram), InCapitals(kProgram));
+    AddWindow(310, std::string(kProgram) + "2", InCapitals(kProgram));
     EXPECT_FALSE(Detect());
     EXPECT_TRUE(Sent().empty());
 }
@@ -182,10 +192,12 @@ TEST_F(RunningProgram, TitleAloneIsFoundAndNothingIsSentBeforeTheAnswer) {
 }
 
 TEST_F(RunningProgram, TitleIsReadUpTo127Characters) {
-    AddWindow(300, "Editor", std::string(115, '.') + kProgram);
+    constexpr std::size_t kRead = 127;
+    const std::size_t length = std::string(kProgram).size();
+    AddWindow(300, "Editor", std::string(kRead - length, '.') + kProgram);
     EXPECT_TRUE(DetectAndAnswer(MsgBoxAnswer::kNo));
     world.desktop = {};
-    AddWindow(300, "Editor", std::string(116, '.') + kProgram);
+    AddWindow(300, "Editor", std::string(kRead - length + 1, '.') + kProgram);
     EXPECT_FALSE(Detect());
 }
 

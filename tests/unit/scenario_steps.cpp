@@ -172,7 +172,7 @@ void ScenarioRun::CheckFiles(const std::string& differences) {
     for (const auto& [name, line] : found) {
         lines.push_back(line);
     }
-    EXPECT_EQ(lines, NamesIn(differences, "unchanged"));
+    EXPECT_THAT(lines, testing::UnorderedElementsAreArray(NamesIn(differences, "unchanged")));
 }
 
 void ScenarioRun::CheckContent(const std::string& nameAndContent) {
