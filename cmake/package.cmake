@@ -4,19 +4,24 @@ set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
 # A person on an old system opens it with an editor that knows no other line ends.
-configure_file(resources/tolvex.dta.sample.txt generated/tolvex.dta.sample.txt
-    @ONLY NEWLINE_STYLE DOS)
+cmake_path(GET brand_SWIFTPATCH_DATA_FILE STEM LAST_ONLY sample)
+cmake_path(GET brand_SWIFTPATCH_DATA_FILE EXTENSION LAST_ONLY extension)
+string(APPEND sample ".sample${extension}")
+configure_file(resources/data_file.sample.txt "generated/${sample}" @ONLY NEWLINE_STYLE DOS)
 
-install(TARGETS swiftpatch RUNTIME DESTINATION .)
-install(FILES ${PROJECT_BINARY_DIR}/generated/tolvex.dta.sample.txt LICENSE DESTINATION .)
+install(PROGRAMS $<TARGET_FILE:swiftpatch> DESTINATION . RENAME "${brand_SWIFTPATCH_UPDATER_FILE}")
+install(FILES resources/filecopy.avi DESTINATION . RENAME "${brand_SWIFTPATCH_ANIMATION_FILE}")
+install(FILES "${PROJECT_BINARY_DIR}/generated/${sample}" LICENSE DESTINATION .)
 install(FILES docs/deploying.md docs/publishing.md DESTINATION docs)
+install(TARGETS publish-check RUNTIME DESTINATION tools)
 
 # In the form that sha256sum --check reads.
 install(CODE [[
     set(folder "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}")
+    file(GLOB_RECURSE names RELATIVE "${folder}" "${folder}/*")
+    list(REMOVE_ITEM names SHA256SUMS)
     set(sums "")
-    foreach(name LICENSE docs/deploying.md docs/publishing.md swiftpatch.exe
-            tolvex.dta.sample.txt)
+    foreach(name IN LISTS names)
         file(SHA256 "${folder}/${name}" sum)
         string(APPEND sums "${sum}  ${name}\n")
     endforeach()

@@ -6,6 +6,7 @@
 #include "e2e/text.h"
 #include "e2e/update_run.h"
 #include "e2e/win32.h"
+#include "fixtures/animation.h"
 
 namespace swiftpatch::e2e {
 namespace {
@@ -53,17 +54,21 @@ protected:
 TEST_F(Package, HoldsTheProgramWithAllThatAMakerNeeds) {
     EXPECT_EQ(FilesBelow(TestOptions().package),
               (std::vector<std::string>{"LICENSE", "SHA256SUMS", "docs\\deploying.md",
-                                        "docs\\publishing.md", "swiftpatch.exe", kSample}))
+                                        "docs\\publishing.md", "filecopy.avi", "swiftpatch.exe",
+                                        kSample, "tools\\publish-check.exe"}))
         << "in " << PathText(TestOptions().package) << ", where scripts/package leaves it";
 }
 
-// Nothing but the package and the main program is there, so the animation is fetched too.
+TEST_F(Package, HoldsTheAnimationThatIsDrawnForIt) {
+    EXPECT_TRUE(ReadWholeFile(TestOptions().package / "filecopy.avi") == fixtures::MakeAnimation());
+}
+
 TEST_F(Package, BesideAMainProgramRunsAWholeUpdate) {
     UsePackage();
     EditDataFile();
     UpdateFromTheServer();
-    ExpectFiles({"created filecopy.avi", "created started.txt", "created tolvex.3.00.11.00.exe",
-                 "changed tolvex.exe", "created tolvex30.exe"});
+    ExpectFiles({"created started.txt", "created tolvex.3.00.11.00.exe", "changed tolvex.exe",
+                 "created tolvex30.exe"});
     EXPECT_EQ(folder_->Read("tolvex.exe"), Build("3.0.12.5"));
 }
 

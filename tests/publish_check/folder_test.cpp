@@ -68,9 +68,9 @@ TEST_F(FolderTest, EmptyEndsWith1) {
 }
 
 TEST_F(FolderTest, NameInOtherCaseIsPointedOut) {
-    fs::rename(folder / "tolvex30.exe", folder / "Tolvex30.EXE");
+    fs::rename(folder / "tolvex30.exe", folder / "TOLVEX30.EXE");
     EXPECT_EQ(RunOn({}), 1) << output;
-    EXPECT_THAT(output, HasSubstr("The folder holds \"Tolvex30.EXE\""));
+    EXPECT_THAT(output, HasSubstr("The folder holds \"TOLVEX30.EXE\""));
 }
 
 TEST_F(FolderTest, DatesAreThoseOfTheFiles) {
@@ -129,9 +129,9 @@ TEST_F(SignedFolderTest, WithoutASignatureEndsWith1) {
 }
 
 TEST_F(SignedFolderTest, SignatureInOtherCaseIsPointedOut) {
-    fs::rename(folder / "tolvex30.exe.minisig", folder / "Tolvex30.exe.minisig");
+    fs::rename(folder / "tolvex30.exe.minisig", folder / "TOLVEX30.EXE.minisig");
     EXPECT_EQ(RunOn(keys), 1) << output;
-    EXPECT_THAT(output, HasSubstr("The folder holds \"Tolvex30.exe.minisig\""));
+    EXPECT_THAT(output, HasSubstr("The folder holds \"TOLVEX30.EXE.minisig\""));
 }
 
 TEST_F(SignedFolderTest, KeyMayComeFromItsFile) {
