@@ -1,6 +1,7 @@
 // A disk that gets full, files that others hold, a folder that takes nothing or goes: the main
 // program is never lost and the next run, with the disk in order again, finishes the update.
 #include <algorithm>
+#include <cctype>
 #include <iostream>
 
 #include "e2e/hurry.h"
@@ -243,7 +244,9 @@ INSTANTIATE_TEST_SUITE_P(DiskFaults, HeldFiles,
                                            "tolvex.dta.txt"),
                          [](const auto& parameter) {
                              std::string name = parameter.param;
-                             std::replace(name.begin(), name.end(), '.', '_');
+                             std::replace_if(
+                                 name.begin(), name.end(),
+                                 [](unsigned char letter) { return !std::isalnum(letter); }, '_');
                              return name;
                          });
 
