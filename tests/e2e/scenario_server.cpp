@@ -76,8 +76,11 @@ Reply ScenarioRun::UsualReply(const std::string& name) const {
         return reply;
     }
     if (name == kSignature) {
+        if (!signed_) {
+            return NotFound();
+        }
         reply.body = Body(SignaturesOf({{"maker", "", kBuild}}));
-        return signed_ ? reply : NotFound();
+        return reply;
     }
     if (name == "filecopy.avi") {
         reply.body = Body(fixtures::MakeAnimation(kAnimationFrames));
