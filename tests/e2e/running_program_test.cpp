@@ -127,6 +127,33 @@ TEST_F(RunningProgram, RefusalCountsAsStillRunning) {
     ExpectFiles({});
 }
 
+/// The updater's window, and each control in it, waits to be painted nowhere.
+bool IsPaintedWhole(HWND window) {
+    const auto isWhole = [](HWND one) { return !GetUpdateRect(one, nullptr, FALSE); };
+    bool whole = isWhole(window);
+    for (HWND child = GetWindow(window, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        whole = whole && (!IsWindowVisible(child) || isWhole(child));
+    }
+    return whole;
+}
+
+TEST_F(RunningProgram, WindowIsPaintedWholeWhileTheMainProgramAsksItsUser) {
+    Prepare();
+    const MainProgram running = StartElsewhere(L"--ask");
+    Start();
+    AnswerBox(kQuestion, IDYES, kTitle);
+    HWND question = nullptr;
+    Await(
+        "the main program's question",
+        [&] { return (question = FindWindowW(L"#32770", L"Unsaved")) != nullptr; }, kSoon);
+    EXPECT_TRUE(IsPaintedWhole(updater_->Window(L"frmSwiftPatch")));
+    PostMessageW(question, WM_COMMAND, IDOK, 0);
+    AwaitOffer();
+    CloseQuietly();
+    ExpectFiles({});
+}
+
 // Of two windows that only their titles tell of, the one whose handle was recorded is meant, not
 // the one that is found first.
 TEST_F(RunningProgram, ThatRecordedItsHandleIsTheOneThatIsToldToClose) {

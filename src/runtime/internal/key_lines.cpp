@@ -5,9 +5,14 @@
 #include "runtime/strings.h"
 
 namespace swiftpatch {
+namespace {
+
+/// Blanks, and marks of an encoding.
+constexpr std::string_view kBefore = " \t\xEF\xBB\xBF\xFF\xFE";
+
+}  // namespace
 
 bool HasLineOfKey(std::string text, std::string_view key) {
-    constexpr std::string_view kBefore = " \t\xEF\xBB\xBF\xFF\xFE";
     std::erase(text, '\0');
     std::replace(text.begin(), text.end(), '\r', '\n');
     const std::vector<std::string> lines = Split(text, '\n');
