@@ -1,5 +1,7 @@
 #include "install/build_signature.h"
 
+#include <algorithm>
+
 #include "runtime/numbers.h"
 #include "runtime/runtime_error.h"
 #include "runtime/strings.h"
@@ -36,10 +38,11 @@ std::optional<Blake2b::Digest> HashOf(LockedFile& file,
 
 /// The four numbers of 16 bits. The text shows those above 32767 as negative ones.
 std::vector<std::int32_t> Parts(const std::string& version) {
-    std::vector<std::int32_t> parts;
-    for (const std::string& part : Split(version, '.')) {
-        parts.push_back(IsNumeric(part) ? ToLong(part) & 0xFFFF : 0);
-    }
+    const std::vector<std::string> texts = Split(version, '.');
+    std::vector<std::int32_t> parts(texts.size());
+    std::transform(texts.begin(), texts.end(), parts.begin(), [](const std::string& part) {
+        return IsNumeric(part) ? ToLong(part) & 0xFFFF : 0;
+    });
     return parts;
 }
 

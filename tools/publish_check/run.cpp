@@ -40,8 +40,8 @@ bool LooksLikeAddress(const std::string& target) {
 
 /// Of an updater with keys compiled in nobody has to repeat them.
 std::optional<std::string> KeysOf(const CommandLine& line) {
-    const std::string compiledIn = SWIFTPATCH_SIGNING_KEYS;
-    return line.keys || compiledIn.empty() ? line.keys : compiledIn;
+    constexpr const char* kCompiledIn = SWIFTPATCH_SIGNING_KEYS;
+    return line.keys || *kCompiledIn == '\0' ? line.keys : std::optional<std::string>(kCompiledIn);
 }
 
 ServerState ReadTarget(const std::string& target, bool withSignature) {

@@ -1,5 +1,6 @@
 #include "publish_check/signature_findings.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <span>
@@ -102,10 +103,10 @@ private:
 void Comparison::ReportSigned(Findings& findings) const {
     std::vector<SigningKey> signers;
     std::vector<SigningKey> others;
-    for (const SigningKey& key : keys_) {
-        const bool good = Judge({&key, 1}) == SignatureVerdict::kSigned;
-        (good ? signers : others).push_back(key);
-    }
+    std::partition_copy(keys_.begin(), keys_.end(), std::back_inserter(signers),
+                        std::back_inserter(others), [this](const SigningKey& key) {
+                            return Judge({&key, 1}) == SignatureVerdict::kSigned;
+                        });
     findings.Good("signed", keys_.size() == 1
                                 ? "The key " + Numbers(signers) + " has signed this build."
                                 : "This build is signed with " + std::to_string(signers.size()) +
