@@ -219,13 +219,18 @@ void UpdateRun::AwaitPercentage(int percentage) {
     Await(std::to_string(percentage) + " % of the download", reached, kLongestStage);
 }
 
+// The program empties the box, too, when it has shown a failure: a press that comes after that
+// fills it again.
 void UpdateRun::SwitchOffStart() {
-    if (updater_->Checked(kChkRunTolvex)) {
-        updater_->Press(kChkRunTolvex);
-        Await(
-            "the empty check box", [this] { return !updater_->Checked(kChkRunTolvex); },
-            kLongestReaction);
-    }
+    Await(
+        "the empty check box",
+        [this] {
+            if (updater_->Checked(kChkRunTolvex)) {
+                updater_->Press(kChkRunTolvex);
+            }
+            return !updater_->Checked(kChkRunTolvex);
+        },
+        kLongestReaction);
 }
 
 void UpdateRun::CloseQuietly() {
