@@ -118,7 +118,9 @@ bool frmSwiftPatch::OpenTarget(int file) {
         return false;
     }
     OpenForBinary(target, file);
-    signature.BeginBuild();
+    if (BuildSignature::IsWanted()) {
+        signature.BeginBuild();
+    }
     return true;
 }
 

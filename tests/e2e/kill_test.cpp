@@ -53,20 +53,6 @@ protected:
 
     void KillAtRandom(int kills);
 
-    /// The folder as before an update; with the new build in it when only the install is left.
-    void Restore(bool staged) const {
-        for (const auto& [name, contents] : folder_->Take()) {
-            if (known_.count(name) == 0) {
-                std::filesystem::remove(folder_->File(name));
-            }
-        }
-        folder_->Write("tolvex.exe", old_);
-        if (staged) {
-            folder_->Write("tolvex30.exe", new_);
-            folder_->SetTime("tolvex30.exe", kServerTime + std::chrono::hours(24));
-        }
-    }
-
     /// Answers all the boxes before the one about the backup and leaves that one open.
     Box AwaitBackupBox() const {
         for (;;) {
@@ -99,7 +85,7 @@ protected:
 
     /// How long the two copies of an install take here.
     microseconds MeasureInstall() {
-        Restore(true);
+        Restore(old_, new_);
         updater_.emplace(folder_->Updater());
         HurryIntoCheck(*updater_);
         const Box box = AwaitBackupBox();
@@ -159,7 +145,7 @@ protected:
             ++hits_[whole ? "before the backup" : "in the download"];
         }
         for (const auto& [name, contents] : folder_->Take()) {
-            if (known_.count(name) == 0 && name != "tolvex30.exe" && name != kBackup) {
+            if (kFurnished.count(name) == 0 && name != "tolvex30.exe" && name != kBackup) {
                 ++hits_["with a temporary file left"];
             }
         }
@@ -170,7 +156,7 @@ protected:
         for (const auto& [name, contents] : folder_->Take()) {
             if (name == kBackup) {
                 EXPECT_TRUE(contents == old_) << when << ": the backup is not the old build";
-            } else if (known_.count(name) == 0 && name != "tolvex30.exe") {
+            } else if (kFurnished.count(name) == 0 && name != "tolvex30.exe") {
                 ADD_FAILURE() << when << ": left behind: " << name;
             }
         }
@@ -178,8 +164,6 @@ protected:
 
     const std::string old_;
     const std::string new_;
-    const std::set<std::string> known_{"swiftpatch.exe", "tolvex.dta.txt", "filecopy.avi",
-                                       "tolvex.exe"};
     std::map<std::string, int> hits_;
 };
 
@@ -201,7 +185,7 @@ void KilledUpdate::KillAtRandom(int kills) {
         const std::string when = "kill " + std::to_string(kill) + " (aim " +
                                  std::to_string(static_cast<int>(aim)) + ", after " +
                                  std::to_string(after.count()) + " microseconds)";
-        Restore(aim == Aim::kInstall);
+        Restore(old_, aim == Aim::kInstall ? new_ : "");
         StartAndKill(aim, after);
         LookAt(when);
         RunToTheEnd();

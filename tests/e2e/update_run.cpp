@@ -219,6 +219,19 @@ void UpdateRun::AwaitPercentage(int percentage) {
     Await(std::to_string(percentage) + " % of the download", reached, kLongestStage);
 }
 
+void UpdateRun::Restore(const std::string& program, const std::string& staged) const {
+    for (const auto& [name, contents] : folder_->Take()) {
+        if (kFurnished.count(name) == 0) {
+            std::filesystem::remove(folder_->File(name));
+        }
+    }
+    folder_->Write("tolvex.exe", program);
+    if (!staged.empty()) {
+        folder_->Write("tolvex30.exe", staged);
+        folder_->SetTime("tolvex30.exe", kServerTime + std::chrono::hours(24));
+    }
+}
+
 // The program empties the box, too, when it has shown a failure: a press that comes after that
 // fills it again.
 void UpdateRun::SwitchOffStart() {

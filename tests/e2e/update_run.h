@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,10 @@ inline constexpr char kBuildTarget[] = "/upd/tolvex30.exe";
 inline constexpr char kSignatureTarget[] = "/upd/tolvex30.exe.minisig";
 inline constexpr char kLicenceTarget[] = "/upd/LICENSE.TXT";
 inline constexpr char kAnimationTarget[] = "/upd/filecopy.avi";
+
+/// What lies in an application folder before an update.
+inline const std::set<std::string> kFurnished{"swiftpatch.exe", "tolvex.dta.txt", "filecopy.avi",
+                                              "tolvex.exe"};
 
 inline constexpr char kOffer[] = "Click on Install Button.";
 inline constexpr char kApplication[] = "SwiftPatch";
@@ -95,6 +100,9 @@ protected:
 
     /// The server saw exactly these requests, "HEAD tolvex30.exe" for one in the server folder.
     void ExpectRequests(const std::vector<std::string>& requests) const;
+    /// The application folder as before an update: with this program, and with a build that was
+    /// fetched a day after it was published unless `staged` is empty.
+    void Restore(const std::string& program, const std::string& staged) const;
     /// Exactly this happened to the files in the application folder: "created NAME", ...
     void ExpectFiles(std::vector<std::string> differences) const;
     /// The updater, which has ended, did not start the main program.

@@ -106,17 +106,6 @@ protected:
         folder_->WriteSettings(ServerFolder(), "InstallAtOnce=1\r\n");
     }
 
-    void Restore() const {
-        for (const auto& [name, contents] : folder_->Take()) {
-            if (known_.count(name) == 0) {
-                fs::remove(folder_->File(name));
-            }
-        }
-        folder_->Write("tolvex.exe", old_);
-        folder_->Write("tolvex30.exe", new_);
-        folder_->SetTime("tolvex30.exe", kServerTime + std::chrono::hours(24));
-    }
-
     void InstallToTheEnd() {
         updater_.emplace(folder_->Updater());
         HurryIntoCheck(*updater_);
@@ -148,7 +137,7 @@ protected:
     // Everything that is no file of the update, its result or its backup, is unfinished.
     std::wstring HoldingWhatIsUnfinished() const {
         std::wstring task = L"holds " + Quoted(folder_->Path()) + L" tolvex30.exe " + Wide(kBackup);
-        for (const std::string& name : known_) {
+        for (const std::string& name : kFurnished) {
             task += L" " + Wide(name);
         }
         return task;
@@ -156,8 +145,6 @@ protected:
 
     const std::string old_;
     const std::string new_;
-    const std::set<std::string> known_{"swiftpatch.exe", "tolvex.dta.txt", "filecopy.avi",
-                                       "tolvex.exe"};
     std::atomic<int> looks_{0};
     std::atomic<int> looksAtNew_{0};
     std::atomic<int> wrong_{0};
@@ -169,7 +156,7 @@ TEST_F(WatchedInstall, ShowsTheOldOrTheNewBuildAtEveryLook) {
     int opened = 0;
     int held = 0;
     for (int run = 0; run < TestOptions().installs && !HasFailure(); ++run) {
-        Restore();
+        Restore(old_, new_);
         Bystanders bystanders(TestOptions().seed + static_cast<unsigned>(2 * run));
         bystanders.Add(L"reads " + Quoted(folder_->File("tolvex.exe")));
         bystanders.Add(HoldingWhatIsUnfinished());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -10,6 +11,9 @@ namespace swiftpatch {
 
 /// The letters as the bytes that they are.
 std::span<const std::uint8_t> AsBytes(std::string_view text);
+
+/// Bytes of which no two blocks of a hash are alike.
+std::vector<std::uint8_t> DistinctBlocks(std::size_t length);
 
 /// Two digits for a byte.
 std::string HexOf(std::span<const std::uint8_t> bytes);

@@ -28,15 +28,6 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Mixing, Blake2bWith,
                          testing::Values(Blake2b::Mixing::kPlain, Blake2b::Mixing::kSse2));
 
-/// Bytes of which no two blocks are alike.
-std::vector<std::uint8_t> Bytes(std::size_t length) {
-    std::vector<std::uint8_t> bytes(length);
-    for (std::size_t i = 0; i < length; ++i) {
-        bytes[i] = static_cast<std::uint8_t>(i % 251);
-    }
-    return bytes;
-}
-
 // RFC 7693, appendix A.
 TEST_P(Blake2bWith, HashesTheExampleOfItsDescription) {
     EXPECT_EQ(HashOf("abc"),
@@ -61,7 +52,7 @@ TEST_P(Blake2bWith, HashesEveryLengthUpToSomeBlocks) {
     Blake2b all = New();
     for (std::size_t length = 0; length <= 300; ++length) {
         Blake2b one = New();
-        one.Update(Bytes(length));
+        one.Update(DistinctBlocks(length));
         all.Update(one.Finish());
     }
     EXPECT_EQ(HexOf(all.Finish()),
@@ -70,7 +61,7 @@ TEST_P(Blake2bWith, HashesEveryLengthUpToSomeBlocks) {
 }
 
 TEST_P(Blake2bWith, IsTheSameHoweverTheBytesComeIn) {
-    const std::vector<std::uint8_t> bytes = Bytes(1000);
+    const std::vector<std::uint8_t> bytes = DistinctBlocks(1000);
     Blake2b whole = New();
     whole.Update(bytes);
     const Blake2b::Digest expected = whole.Finish();

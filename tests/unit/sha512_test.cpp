@@ -19,15 +19,6 @@ std::string HashOf(std::string_view text) {
     return HexOf(hash.Finish());
 }
 
-/// Bytes of which no two blocks are alike.
-std::vector<std::uint8_t> Bytes(std::size_t length) {
-    std::vector<std::uint8_t> bytes(length);
-    for (std::size_t i = 0; i < length; ++i) {
-        bytes[i] = static_cast<std::uint8_t>(i % 251);
-    }
-    return bytes;
-}
-
 // RFC 6234, section 8.5.
 TEST(Sha512, HashesTheExamplesOfItsDescription) {
     EXPECT_EQ(HashOf("abc"),
@@ -53,7 +44,7 @@ TEST(Sha512, HashesEveryLengthUpToSomeBlocks) {
     Sha512 all;
     for (std::size_t length = 0; length <= 300; ++length) {
         Sha512 one;
-        one.Update(Bytes(length));
+        one.Update(DistinctBlocks(length));
         all.Update(one.Finish());
     }
     EXPECT_EQ(HexOf(all.Finish()),
@@ -62,7 +53,7 @@ TEST(Sha512, HashesEveryLengthUpToSomeBlocks) {
 }
 
 TEST(Sha512, IsTheSameHoweverTheBytesComeIn) {
-    const std::vector<std::uint8_t> bytes = Bytes(300);
+    const std::vector<std::uint8_t> bytes = DistinctBlocks(300);
     Sha512 whole;
     whole.Update(bytes);
     const Sha512::Digest expected = whole.Finish();

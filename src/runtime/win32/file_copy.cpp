@@ -156,20 +156,21 @@ struct RenameInfo {
 };
 constexpr int kFileRenameInfo = 3;  // Of FILE_INFO_BY_HANDLE_CLASS.
 
-/// Null before Windows Vista.
-using SetInformation = BOOL(WINAPI*)(HANDLE, int, void*, DWORD);
-SetInformation FindSetInformation() {
+/// Not there before Windows Vista.
+using SetInformation = LateFunction<BOOL(WINAPI*)(HANDLE, int, void*, DWORD)>;
+const SetInformation& SetFileInformationByHandle() {
     static const SystemLibrary library("kernel32.dll");
-    return reinterpret_cast<SetInformation>(
-        reinterpret_cast<void (*)()>(library.Find("SetFileInformationByHandle")));
+    static const SetInformation function(library, "SetFileInformationByHandle");
+    return function;
 }
+
+bool MovesByHandle() { return static_cast<bool>(SetFileInformationByHandle()); }
 
 /// Opens a finished copy so that nobody else can write to it. Where the system moves a file by its
 /// handle, nobody can rename or delete it either, and so put another under its name.
 UniqueFile Hold(const std::string& unfinished) {
-    const bool movesByHandle = FindSetInformation() != nullptr;
-    const DWORD access = movesByHandle ? GENERIC_READ | GENERIC_WRITE | DELETE : GENERIC_READ;
-    const DWORD moved = movesByHandle || !IsNtFamily() ? 0 : FILE_SHARE_DELETE;
+    const DWORD access = MovesByHandle() ? GENERIC_READ | GENERIC_WRITE | DELETE : GENERIC_READ;
+    const DWORD moved = MovesByHandle() || !IsNtFamily() ? 0 : FILE_SHARE_DELETE;
     UniqueFile held;
     WaitOutHold([&] {
         held.Reset(::CreateFileA(unfinished.c_str(), access, FILE_SHARE_READ | moved, nullptr,
@@ -187,7 +188,8 @@ DWORD MoveHeld(HANDLE held, const std::string& target) {
         return ::GetLastError();
     }
     info.nameLength = static_cast<DWORD>(length - 1) * sizeof(WCHAR);
-    const DWORD error = ErrorOf(FindSetInformation()(held, kFileRenameInfo, &info, sizeof(info)));
+    const DWORD error =
+        ErrorOf(SetFileInformationByHandle()(held, kFileRenameInfo, &info, sizeof(info)));
     return error == ERROR_SUCCESS ? Flush(held) : error;
 }
 
@@ -205,7 +207,7 @@ bool PlaceIfRight(const std::string& source, const std::string& target,
         return false;
     }
     TakeOver(source, target, unfinished);
-    if (FindSetInformation() != nullptr) {
+    if (MovesByHandle()) {
         FailUnless(WaitOutHold([&] { return MoveHeld(handle, target); }));
         return true;
     }

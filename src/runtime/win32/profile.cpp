@@ -19,7 +19,7 @@ UniqueKey OpenSettings(const std::string& application, const std::string& sectio
     return UniqueKey(failure == ERROR_SUCCESS ? key : nullptr);
 }
 
-/// An error of the system's; `text` gets what lies in the file.
+/// An error of the system's; `text` becomes what lies in the file.
 DWORD ReadText(const std::string& path, std::string& text) {
     const UniqueFile file(::CreateFileA(path.c_str(), GENERIC_READ,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
@@ -27,6 +27,7 @@ DWORD ReadText(const std::string& path, std::string& text) {
     if (!file) {
         return ::GetLastError();
     }
+    text.clear();
     std::array<char, 4096> block;
     DWORD count = 0;
     do {
@@ -38,12 +39,9 @@ DWORD ReadText(const std::string& path, std::string& text) {
     return ERROR_SUCCESS;
 }
 
-/// A folder of the name holds no keys.
-bool IsFile(const std::string& path) {
+bool IsFolder(const std::string& path) {
     const DWORD attributes = ::GetFileAttributesA(path.c_str());
-    return attributes == INVALID_FILE_ATTRIBUTES ? ::GetLastError() != ERROR_FILE_NOT_FOUND &&
-                                                       ::GetLastError() != ERROR_PATH_NOT_FOUND
-                                                 : (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
 }  // namespace
@@ -57,9 +55,15 @@ std::size_t GetPrivateProfileStringA(const std::string& section, const std::stri
 }
 
 bool MayHoldKey(const std::string& key, const std::string& file) {
+    if (IsFolder(file)) {
+        return false;
+    }
     std::string text;
-    return IsFile(file) && (WaitOutHold([&] { return ReadText(file, text); }) != ERROR_SUCCESS ||
-                            HasLineOfKey(std::move(text), key));
+    const DWORD error = WaitOutHold([&] { return ReadText(file, text); });
+    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) {
+        return false;
+    }
+    return error != ERROR_SUCCESS || HasLineOfKey(std::move(text), key);
 }
 
 bool WritePrivateProfileStringA(const std::string& section, const std::string& key,

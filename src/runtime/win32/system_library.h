@@ -32,6 +32,9 @@ public:
     LateFunction(const SystemLibrary& library, const char* name)
         : function_(reinterpret_cast<Function>(reinterpret_cast<void (*)()>(library.Find(name)))) {}
 
+    /// Whether the system has it.
+    explicit operator bool() const { return function_ != nullptr; }
+
     R operator()(Arguments... arguments) const {
         if (function_ == nullptr) {
             ::SetLastError(ERROR_PROC_NOT_FOUND);
