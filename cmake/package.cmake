@@ -13,7 +13,7 @@ install(PROGRAMS $<TARGET_FILE:swiftpatch> DESTINATION . RENAME "${brand_SWIFTPA
 install(FILES resources/filecopy.avi DESTINATION . RENAME "${brand_SWIFTPATCH_ANIMATION_FILE}")
 install(FILES "${PROJECT_BINARY_DIR}/generated/${sample}" LICENSE DESTINATION .)
 install(FILES docs/deploying.md docs/publishing.md DESTINATION docs)
-install(TARGETS publish-check RUNTIME DESTINATION tools)
+install(TARGETS publish publish-check RUNTIME DESTINATION tools)
 
 # In the form that sha256sum --check reads.
 install(CODE [[

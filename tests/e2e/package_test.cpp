@@ -55,7 +55,7 @@ TEST_F(Package, HoldsTheProgramWithAllThatAMakerNeeds) {
     EXPECT_EQ(FilesBelow(TestOptions().package),
               (std::vector<std::string>{"LICENSE", "SHA256SUMS", "docs\\deploying.md",
                                         "docs\\publishing.md", "filecopy.avi", "swiftpatch.exe",
-                                        kSample, "tools\\publish-check.exe"}))
+                                        kSample, "tools\\publish-check.exe", "tools\\publish.exe"}))
         << "in " << PathText(TestOptions().package) << ", where scripts/package leaves it";
 }
 

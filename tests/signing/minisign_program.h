@@ -17,6 +17,10 @@ public:
 
     /// Makes a key pair without a password; the public key as 56 letters.
     std::string MakeKey(const std::string& name) const;
+    /// The file of the secret one, beside which the public one lies.
+    std::string SecretKeyFile(const std::string& name) const {
+        return (folder_ / (name + ".key")).string();
+    }
 
     /// Signs a file with this content; the signature file. An empty comment is minisign's own.
     std::string Sign(const std::string& keyName, const std::string& fileName,

@@ -1,30 +1,7 @@
 #include "publish_check/command_line.h"
 
-#include "publish_check/key_argument.h"
-
 namespace publish_check {
 namespace {
-
-constexpr const char* kInstalled = "--installed";
-constexpr const char* kNoProgram = "none";
-constexpr const char* kKeys = "--keys";
-
-std::optional<Installed> ReadInstalled(const std::string& text) {
-    if (text == kNoProgram) {
-        return Installed{};
-    }
-    const auto version = ParseVersion(text);
-    return version ? std::optional(Installed{version}) : std::nullopt;
-}
-
-Installed NeedInstalled(const std::string& text) {
-    const auto installed = ReadInstalled(text);
-    if (!installed) {
-        throw UsageError("\"" + text + "\" is no version: up to four numbers such as 3.0.12.5, " +
-                         "each up to 65535, or \"" + kNoProgram + "\"");
-    }
-    return *installed;
-}
 
 void SetTarget(const std::string& text, CommandLine& line) {
     if (text.empty()) {
@@ -36,42 +13,19 @@ void SetTarget(const std::string& text, CommandLine& line) {
     line.target = text;
 }
 
-void AddKey(const std::string& argument, CommandLine& line) {
-    const std::string key = ReadKeyArgument(argument);
-    line.keys = line.keys ? *line.keys + " " + key : key;
-}
-
 }  // namespace
 
 CommandLine ReadCommandLine(const std::vector<std::string>& arguments) {
     CommandLine line;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string& argument = arguments[i];
+        if (ReadUpdaterOption(arguments, i, line)) {
+            continue;
+        }
         if (argument == "--help" || argument == "-h") {
             line.help = true;
         } else if (argument == "--json") {
             line.json = true;
-        } else if (argument == kInstalled) {
-            if (++i == arguments.size()) {
-                throw UsageError("a version is missing after --installed");
-            }
-            line.installed.push_back(NeedInstalled(arguments[i]));
-            while (i + 1 < arguments.size() && ReadInstalled(arguments[i + 1])) {
-                line.installed.push_back(NeedInstalled(arguments[++i]));
-            }
-        } else if (argument.starts_with(std::string(kInstalled) + "=")) {
-            line.installed.push_back(
-                NeedInstalled(argument.substr(std::string(kInstalled).size() + 1)));
-        } else if (argument == kKeys) {
-            if (++i == arguments.size()) {
-                throw UsageError("a key is missing after --keys");
-            }
-            AddKey(arguments[i], line);
-            while (i + 1 < arguments.size() && LooksLikeKeyArgument(arguments[i + 1])) {
-                AddKey(arguments[++i], line);
-            }
-        } else if (argument.starts_with(std::string(kKeys) + "=")) {
-            AddKey(argument.substr(std::string(kKeys).size() + 1), line);
         } else if (argument.starts_with("-")) {
             throw UsageError("unknown option " + argument);
         } else {
@@ -80,9 +34,6 @@ CommandLine ReadCommandLine(const std::vector<std::string>& arguments) {
     }
     if (line.target.empty() && !line.help) {
         throw UsageError("the folder or address to check is missing");
-    }
-    if (line.keys) {
-        CheckKeysTogether(*line.keys);
     }
     return line;
 }

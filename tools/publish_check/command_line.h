@@ -1,18 +1,15 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "publish_check/assessment.h"
+#include "publish_check/updater_options.h"
 #include "publish_check/usage_error.h"
 
 namespace publish_check {
 
-struct CommandLine {
+struct CommandLine : UpdaterOptions {
     std::string target;  ///< A folder, or the address of one.
-    std::vector<Installed> installed;
-    std::optional<std::string> keys;  ///< As a data file names them.
     bool json = false;
     bool help = false;
 };

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "publish_check/usage_error.h"
+#include "publish_check/utf8_path.h"
 #include "signing/signing_keys.h"
 
 namespace publish_check {
@@ -13,10 +14,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kConsequence = "; an updater with such a key refuses every update";
-
-fs::path PathOf(const std::string& argument) {
-    return {std::u8string(argument.begin(), argument.end())};
-}
 
 /// What the system takes for no name at all is no file either.
 bool IsFile(const std::string& argument) {

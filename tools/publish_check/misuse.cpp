@@ -1,5 +1,5 @@
 // What the machine in memory reports when the program asks for something that is not there: here
-// that is a mistake of publish-check.
+// that is a mistake of ours.
 #include "runtime/headless/misuse.h"
 
 #include <cstdlib>
@@ -8,7 +8,7 @@
 namespace swiftpatch::headless {
 
 void ReportMisuse(const std::string& what) {
-    std::cerr << "publish-check: internal error: " << what << "\n";
+    std::cerr << "internal error: " << what << "\n";
     std::exit(2);
 }
 

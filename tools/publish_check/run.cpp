@@ -10,7 +10,7 @@
 #include "publish_check/folder_server.h"
 #include "publish_check/live_server.h"
 #include "publish_check/report.h"
-#include "shared/branding.h"
+#include "publish_check/utf8_path.h"
 
 namespace publish_check {
 namespace {
@@ -38,15 +38,8 @@ bool LooksLikeAddress(const std::string& target) {
            target.find('/') != std::string::npos;
 }
 
-/// Of an updater with keys compiled in nobody has to repeat them.
-std::optional<std::string> KeysOf(const CommandLine& line) {
-    constexpr const char* kCompiledIn = SWIFTPATCH_SIGNING_KEYS;
-    return line.keys || *kCompiledIn == '\0' ? line.keys : std::optional<std::string>(kCompiledIn);
-}
-
 ServerState ReadTarget(const std::string& target, bool withSignature) {
-    // Taken for UTF-8 on Windows, and as it is elsewhere.
-    const std::filesystem::path folder(std::u8string(target.begin(), target.end()));
+    const std::filesystem::path folder = PathOf(target);
     // What the system takes for no name at all is no folder either.
     std::error_code noName;
     if (std::filesystem::is_directory(folder, noName)) {
@@ -68,7 +61,7 @@ int RunPublishCheck(const std::vector<std::string>& arguments, std::ostream& out
             out << HelpText();
             return kServed;
         }
-        const std::optional<std::string> keys = KeysOf(line);
+        const std::optional<std::string> keys = KeysOfUpdaters(line);
         const ServerState state = ReadTarget(line.target, keys.has_value());
         Assessment assessment = Assess(state, line.installed, UtcClock(), keys);
         assessment.address = line.target;

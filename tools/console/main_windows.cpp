@@ -3,7 +3,7 @@
 #include <cwchar>
 #include <iostream>
 
-#include "publish_check/run.h"
+#include "console/tool.h"
 #include "runtime/win32/system_library.h"
 #include "runtime/win32/win32.h"
 
@@ -41,5 +41,5 @@ int wmain(int count, wchar_t* arguments[]) {
         texts.push_back(Utf8(arguments[i]));
     }
     const Utf8Console console;
-    return publish_check::RunPublishCheck(texts, std::cout, std::cerr);
+    return RunTool(texts, std::cout, std::cerr);
 }

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "publish/order.h"
+#include "publish/steps.h"
+#include "publish_check/assessment.h"
+
+namespace publish {
+
+struct Result {
+    bool published = false;  ///< The folder has the build now, or would have without --dry-run.
+    std::string version;     ///< Of the build, "3.0.12.5"; empty when it has none.
+    std::optional<publish_check::Assessment> assessment;  ///< What the updaters do with it.
+};
+
+/// Publishes a build. Throws PublishError, or std::filesystem::filesystem_error, where it could not
+/// be done: then the folder is as it was.
+Result Publish(Order order, Steps& steps);
+
+}  // namespace publish

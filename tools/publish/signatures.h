@@ -1,0 +1,35 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "signing/blake2b.h"
+#include "signing/signing_keys.h"
+
+namespace publish {
+
+/// One signature as it stands in a file: four lines, each ended by LF.
+using BlockText = std::string;
+
+/// The hash of a build, which its signatures are of.
+swiftpatch::Blake2b::Digest HashOf(std::string_view build);
+
+/// The blocks of a signature file, whole ones or not.
+std::vector<BlockText> BlocksIn(std::string_view file);
+
+/// Those by which one of the keys has signed the build with this hash.
+std::vector<BlockText> FittingBlocks(std::string_view file,
+                                     const std::vector<swiftpatch::SigningKey>& keys,
+                                     const swiftpatch::Blake2b::Digest& hash);
+
+/// A signature file of these blocks, each once and as many as updaters read, the first ones first.
+std::string JoinBlocks(const std::vector<BlockText>& blocks);
+
+/// Has minisign sign a build with a secret key, for whose password it asks. Returns what it wrote.
+/// `scratch` is the name of a file that may be written. Throws PublishError.
+std::string SignWithMinisign(const std::filesystem::path& build, const std::string& secretKey,
+                             const std::filesystem::path& scratch);
+
+}  // namespace publish
