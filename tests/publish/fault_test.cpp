@@ -13,10 +13,6 @@ namespace publish {
 namespace {
 
 namespace fs = std::filesystem;
-using publish_check::Version;
-
-constexpr Version kOld{3, 0, 11, 0};
-constexpr Version kNew{3, 0, 12, 5};
 
 class PublishFault : public PublishedFolder {
 protected:

@@ -17,10 +17,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr Version kOld{3, 0, 11, 0};
-constexpr Version kNew{3, 0, 12, 5};
-constexpr Version kNext{3, 0, 13, 0};
-
 class PublishTest : public PublishedFolder {};
 
 TEST_F(PublishTest, FirstBuildComesWithTheAnimation) {

@@ -13,6 +13,11 @@
 
 namespace publish {
 
+// Three builds, one after the other.
+inline constexpr publish_check::Version kOld{3, 0, 11, 0};
+inline constexpr publish_check::Version kNew{3, 0, 12, 5};
+inline constexpr publish_check::Version kNext{3, 0, 13, 0};
+
 /// A server folder and a place for the maker's builds, which go with the test.
 class PublishedFolder : public testing::Test {
 protected:

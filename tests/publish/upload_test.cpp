@@ -9,13 +9,8 @@ namespace publish {
 namespace {
 
 namespace fs = std::filesystem;
-using publish_check::Version;
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-constexpr Version kOld{3, 0, 11, 0};
-constexpr Version kNew{3, 0, 12, 5};
-constexpr Version kNext{3, 0, 13, 0};
 
 TEST(UploadCommand, WordsAreQuotedForTheShell) {
     EXPECT_EQ(UploadCommand("copy {file} to:{name}", "/a b/it's.exe"),

@@ -6,6 +6,7 @@
 // clears away.
 #include "publish/publish.h"
 
+#include <algorithm>
 #include <random>
 
 #include "publish/files.h"
@@ -74,15 +75,16 @@ private:
 
 void TakeKeptBuild(Order& order, const ServerState& present, Steps& steps) {
     const auto now = VersionOf(present.build.get.body);
-    for (const KeptBuild& kept : KeptBuilds(order.folder)) {
-        if (!now || kept.version < *now) {
-            order.build = kept.folder / swiftpatch::kStagedBuild;
-            steps.Add("back to", PlainText(kept.version));
-            return;
-        }
+    const std::vector<KeptBuild> builds = KeptBuilds(order.folder);
+    const auto kept = std::find_if(builds.begin(), builds.end(), [&now](const KeptBuild& each) {
+        return !now || each.version < *now;
+    });
+    if (kept == builds.end()) {
+        throw PublishError("no build with a lower version was kept in " +
+                           publish_check::Utf8(order.folder / kKeptBuilds));
     }
-    throw PublishError("no build with a lower version was kept in " +
-                       publish_check::Utf8(order.folder / kKeptBuilds));
+    order.build = kept->folder / swiftpatch::kStagedBuild;
+    steps.Add("back to", PlainText(kept->version));
 }
 
 void CheckFolder(const Order& order, const ServerState& present) {
@@ -168,14 +170,14 @@ Result Publish(Order order, Steps& steps) {
     }
     const Workshop workshop(order);
     const StagedRelease release(workshop.New(), order, present, steps);
-    const auto installed = VersionsInTheField(order, present);
-    Assessment assessment = AssessFor(order, release.State(), installed);
-    CompareWithPresent(present, release.ChangesBuild(), order.rollBack, assessment);
     Result result;
+    result.installed = VersionsInTheField(order, present);
+    Assessment assessment = AssessFor(order, release.State(), result.installed);
+    CompareWithPresent(present, release.ChangesBuild(), order.rollBack, assessment);
     result.version = assessment.versions ? PlainText(assessment.versions->product) : "";
     result.published = assessment.Served();
     if (result.published && !order.dryRun) {
-        assessment = Release(order, present, release, workshop, installed, steps);
+        assessment = Release(order, present, release, workshop, result.installed, steps);
     }
     result.assessment = std::move(assessment);
     return result;

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "publish/order.h"
 #include "publish/steps.h"
@@ -12,6 +13,7 @@ namespace publish {
 struct Result {
     bool published = false;  ///< The folder has the build now, or would have without --dry-run.
     std::string version;     ///< Of the build, "3.0.12.5"; empty when it has none.
+    std::vector<publish_check::Installed> installed;      ///< Those that were asked about.
     std::optional<publish_check::Assessment> assessment;  ///< What the updaters do with it.
 };
 

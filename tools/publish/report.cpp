@@ -1,7 +1,5 @@
 #include "publish/report.h"
 
-#include <algorithm>
-
 #include "publish/judgement.h"
 #include "publish_check/json.h"
 #include "publish_check/live_server.h"
@@ -51,11 +49,7 @@ LiveLook LookAtServer(const Order& order, const Result& result) {
     try {
         const publish_check::ServerState state =
             publish_check::ReadLiveServer(order.address, order.keys.has_value());
-        std::vector<publish_check::Installed> installed;
-        for (const publish_check::VersionAssessment& updater : result.assessment->updaters) {
-            installed.push_back({publish_check::ParseVersion(updater.installed)});
-        }
-        look.assessment = AssessFor(order, state, installed);
+        look.assessment = AssessFor(order, state, result.installed);
         look.assessment->address = order.address;
         if (!look.assessment->versions || !result.assessment->versions ||
             look.assessment->versions->product != result.assessment->versions->product) {
