@@ -1,6 +1,7 @@
 // The package as a maker gets it: unpacked beside a main program, and set up as its page says.
-#include <algorithm>
 #include <filesystem>
+#include <set>
+#include <string>
 
 #include "e2e/options.h"
 #include "e2e/text.h"
@@ -14,15 +15,14 @@ namespace fs = std::filesystem;
 
 constexpr char kSample[] = "tolvex.dta.sample.txt";
 
-std::vector<std::string> FilesBelow(const fs::path& folder) {
-    std::vector<std::string> names;
+std::set<std::string> FilesBelow(const fs::path& folder) {
+    std::set<std::string> names;
     std::error_code missing;
     for (const auto& entry : fs::recursive_directory_iterator(folder, missing)) {
         if (entry.is_regular_file()) {
-            names.push_back(PathText(entry.path().lexically_relative(folder)));
+            names.insert(PathText(entry.path().lexically_relative(folder)));
         }
     }
-    std::sort(names.begin(), names.end());
     return names;
 }
 
@@ -53,9 +53,9 @@ protected:
 
 TEST_F(Package, HoldsTheProgramWithAllThatAMakerNeeds) {
     EXPECT_EQ(FilesBelow(TestOptions().package),
-              (std::vector<std::string>{"LICENSE", "SHA256SUMS", "docs\\deploying.md",
-                                        "docs\\publishing.md", "filecopy.avi", "swiftpatch.exe",
-                                        kSample, "tools\\publish-check.exe", "tools\\publish.exe"}))
+              (std::set<std::string>{"LICENSE", "SHA256SUMS", "docs\\deploying.md",
+                                     "docs\\publishing.md", "filecopy.avi", "swiftpatch.exe",
+                                     kSample, "tools\\publish-check.exe", "tools\\publish.exe"}))
         << "in " << PathText(TestOptions().package) << ", where scripts/package leaves it";
 }
 
