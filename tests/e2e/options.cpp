@@ -68,6 +68,7 @@ Options ReadOptions(int count, char** arguments) {
                    !TakePath(argument, "scratch", options.scratch) &&
                    !TakeText(argument, "server", options.server) &&
                    !TakeText(argument, "proxy", options.proxy) &&
+                   !TakeText(argument, "splash", options.splash) &&
                    !TakeNumber(argument, "kills", options.kills) &&
                    !TakeNumber(argument, "installs", options.installs) &&
                    !TakeNumber(argument, "monkey", options.monkeySeconds) &&

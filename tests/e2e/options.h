@@ -14,6 +14,7 @@ struct Options {
     std::filesystem::path scratch;    ///< A folder to work in.
     std::string server;               ///< The server folder of a single run; empty for none.
     std::string proxy;                ///< The proxy of that run, "[user:password@]host:port".
+    std::string splash;               ///< The only picture to take, of the splash; empty for all.
     bool automatic = false;           ///< The demonstration presses the buttons itself.
     int kills = 10;                   ///< How often the updater is ended by force.
     int installs = 5;                 ///< How many installs others look at and disturb.
@@ -22,8 +23,8 @@ struct Options {
 };
 
 /// Reads --updater=FILE, --fixtures=FOLDER, --scenarios=FOLDER, --package=FOLDER,
-/// --scratch=FOLDER, --server=ADDRESS, --proxy=ADDRESS, --auto, --kills=N, --installs=N,
-/// --monkey=SECONDS and --seed=N; what is not given is looked for around the driver itself, as the
+/// --scratch=FOLDER, --server=ADDRESS, --proxy=ADDRESS, --splash=NAME, --auto, --kills=N,
+/// --installs=N, --monkey=SECONDS and --seed=N; what is not given is looked for around the driver itself, as the
 /// build leaves it. Throws DriveError for anything else.
 Options ReadOptions(int count, char** arguments);
 

@@ -43,6 +43,13 @@ void Gallery::Make() {
     PassThroughBuildsThatAreNotSigned();
 }
 
+void Gallery::MakeSplash(const std::string& name) {
+    folder_.emplace(options_.scratch / "app", options_.updater);
+    updater_.emplace(folder_->Updater());
+    updater_->AwaitText(kSplashLoading, "Preferences OK", kSoon);
+    Picture(kSplash, name);
+}
+
 void Gallery::PassThroughAnUpdate() {
     Reply build;
     build.body = Body(SampleProgram(options_, kNewVersion));

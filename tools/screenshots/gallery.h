@@ -19,6 +19,9 @@ public:
     /// Throws DriveError where something to be shown does not come up.
     void Make();
 
+    /// Takes a picture of the splash alone, beside nothing else. Throws DriveError likewise.
+    void MakeSplash(const std::string& name);
+
 private:
     void PassThroughAnUpdate();
     void PassThroughACheckThatFindsNothing();

@@ -1,4 +1,4 @@
-// Takes a picture of every window and dialog of the real updater.
+// Takes a picture of every window and dialog of the real updater, or of its splash alone.
 #include <cstdio>
 #include <exception>
 
@@ -8,7 +8,12 @@
 int main(int argc, char** argv) {
     try {
         const swiftpatch::e2e::Options options = swiftpatch::e2e::ReadOptions(argc, argv);
-        swiftpatch::e2e::Gallery(options).Make();
+        swiftpatch::e2e::Gallery gallery(options);
+        if (options.splash.empty()) {
+            gallery.Make();
+        } else {
+            gallery.MakeSplash(options.splash);
+        }
     } catch (const std::exception& error) {
         std::fprintf(stderr, "screenshots: failed: %s\n", error.what());
         return 1;
