@@ -24,8 +24,8 @@ struct Options {
 
 /// Reads --updater=FILE, --fixtures=FOLDER, --scenarios=FOLDER, --package=FOLDER,
 /// --scratch=FOLDER, --server=ADDRESS, --proxy=ADDRESS, --splash=NAME, --auto, --kills=N,
-/// --installs=N, --monkey=SECONDS and --seed=N; what is not given is looked for around the driver itself, as the
-/// build leaves it. Throws DriveError for anything else.
+/// --installs=N, --monkey=SECONDS and --seed=N; what is not given is looked for around the driver
+/// itself, as the build leaves it. Throws DriveError for anything else.
 Options ReadOptions(int count, char** arguments);
 
 /// The sample main program of a version, or the one without a version block ("none").
