@@ -70,7 +70,8 @@ TEST_F(PublishTest, OtherBuildOfTheSameVersionIsRefused) {
     ASSERT_EQ(Publish(kNew), 0) << output;
     const auto before = Snapshot();
     EXPECT_EQ(Run({folder.string(), MakeBuild(kNew, 220000).string()}), 1) << output;
-    EXPECT_THAT(output, HasSubstr("FAULT    It has the version of the build that is there now"));
+    EXPECT_THAT(output,
+                HasSubstr("FAULT    Another build with its version, 3.0.12.5, is or was there"));
     EXPECT_EQ(Snapshot(), before);
 }
 
@@ -147,14 +148,64 @@ TEST_F(PublishTest, LeftoversOfAKillAreClearedAway) {
     EXPECT_THAT(Names(), ElementsAre("filecopy.avi", "tolvex30.exe"));
 }
 
+TEST_F(PublishTest, WorkshopOfSomebodyElseIsLeftAlone) {
+    const fs::path outside = work / "outside";
+    fs::create_directory(outside);
+    WriteBytes(outside / "publish-1", "precious");
+    fs::create_directory_symlink(outside, folder / ".publish");
+    EXPECT_EQ(Publish(kNew), 1) << output;
+    EXPECT_THAT(output, HasSubstr(".publish is no folder"));
+    EXPECT_EQ(ReadBytes(outside / "publish-1"), "precious");
+    fs::remove(folder / ".publish");
+    fs::create_directory(folder / ".publish");
+    Write(".publish/notes.txt", "mine");
+    EXPECT_EQ(Publish(kNew), 0) << output;
+    EXPECT_EQ(Read(".publish/notes.txt"), "mine");
+}
+
+TEST_F(PublishTest, BuildOfTheFutureIsNotFollowedByOneOfToday) {
+    ASSERT_EQ(Publish(kOld), 0) << output;
+    fs::last_write_time(folder / "tolvex30.exe",
+                        fs::file_time_type::clock::now() + std::chrono::hours(1));
+    const auto before = Snapshot();
+    EXPECT_EQ(Publish(kNew), 1) << output;
+    EXPECT_THAT(output, HasSubstr("FAULT    The build that is there has a later date than the"));
+    EXPECT_EQ(Snapshot(), before);
+}
+
+TEST_F(PublishTest, VersionThatWasPublishedBeforeIsNotUsedAgain) {
+    ASSERT_EQ(Publish(kOld), 0);
+    ASSERT_EQ(Publish(kNew), 0);
+    ASSERT_EQ(Run({"--roll-back", folder.string()}), 0) << output;
+    EXPECT_EQ(Run({folder.string(), MakeBuild(kNew, 220000).string()}), 1);
+    EXPECT_THAT(output, HasSubstr("FAULT    Another build with its version, 3.0.12.5, is or was"));
+    EXPECT_EQ(Publish(kNew), 0) << output;
+}
+
+TEST_F(PublishTest, KeptBuildsAreNoFolderToPublishTo) {
+    ASSERT_EQ(Publish(kOld), 0);
+    ASSERT_EQ(Publish(kNew), 0);
+    EXPECT_EQ(Run({(folder / "previous/3.0.11.0").string(), MakeBuild(kNext).string()}), 1);
+    EXPECT_THAT(output, HasSubstr("one of those in which earlier builds are kept"));
+}
+
+TEST_F(PublishTest, NobodyButTheOwnerMayWriteAPublishedBuild) {
+    const fs::path build = MakeBuild(kNew);
+    fs::permissions(build, fs::perms::all | fs::perms::set_uid);
+    ASSERT_EQ(Run({folder.string(), build.string()}), 0) << output;
+    EXPECT_EQ(fs::status(folder / "tolvex30.exe").permissions(), fs::perms{0644});
+}
+
 TEST_F(PublishTest, ReportForMachinesIsOneObject) {
     ASSERT_EQ(Publish(kOld), 0) << output;
     ASSERT_EQ(Publish(kNew, {"--json"}), 0) << output;
-    EXPECT_THAT(output,
-                testing::StartsWith(R"({"published":true,"publishable":true,"dryRun":false,)"
-                                    R"("version":"3.0.12.5","problem":"","steps":[{"kind":"kept",)"
-                                    R"("text":"previous/3.0.11.0"},{"kind":"placed",)"
-                                    R"("text":"tolvex30.exe"},{"kind":"checked")"));
+    EXPECT_THAT(
+        output,
+        testing::StartsWith(
+            R"({"published":true,"publishable":true,"dryRun":false,)"
+            R"("version":"3.0.12.5","problem":"","left":"as-it-was","steps":[{"kind":"kept",)"
+            R"("text":"previous/3.0.11.0"},{"kind":"placed",)"
+            R"("text":"tolvex30.exe"},{"kind":"checked")"));
     EXPECT_THAT(output, testing::EndsWith("}]}}\n"));
     EXPECT_EQ(Publish(kOld, {"--json"}), 1);
     EXPECT_THAT(output, HasSubstr(R"("published":false,"publishable":false)"));
@@ -162,16 +213,18 @@ TEST_F(PublishTest, ReportForMachinesIsOneObject) {
 
 TEST_F(PublishTest, CommandLineThatCannotBeReadEndsWith2) {
     const std::string build = MakeBuild(kNew).string();
-    for (const std::vector<std::string>& arguments :
-         std::vector<std::vector<std::string>>{{},
-                                               {folder.string()},
-                                               {folder.string(), build, "more"},
-                                               {folder.string(), build, "--what"},
-                                               {folder.string(), build, "--key"},
-                                               {folder.string(), build, "--upload", "true"},
-                                               {folder.string(), build, "--key", "/none.key"},
-                                               {folder.string(), build, "--installed", "3.x"},
-                                               {folder.string(), build, "--roll-back"}}) {
+    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+             {},
+             {folder.string()},
+             {folder.string(), build, "more"},
+             {folder.string(), build, "--what"},
+             {folder.string(), build, "--key"},
+             {folder.string(), build, "--upload", "true"},
+             {folder.string(), build, "--upload", "cp '{file}' srv"},
+             {folder.string(), build, "--to", "3.0"},
+             {folder.string(), build, "--key", "/none.key"},
+             {folder.string(), build, "--installed", "3.x"},
+             {folder.string(), build, "--roll-back"}}) {
         EXPECT_EQ(Run(arguments), 2) << testing::PrintToString(arguments);
         EXPECT_THAT(output, HasSubstr("usage: publish FOLDER BUILD"));
     }
@@ -194,6 +247,51 @@ TEST_F(RollBack, BringsTheNextLowerVersionAndKeepsTheHigherOne) {
                                   "OLDER"));
     EXPECT_EQ(Run({"--roll-back", folder.string()}), 0) << output;
     EXPECT_EQ(Published(), BuildOf(kOld));
+}
+
+TEST_F(RollBack, SaysWhoFollowsAndWhoDoesNot) {
+    ASSERT_EQ(Publish(kOld), 0);
+    ASSERT_EQ(Publish(kNew), 0);
+    ASSERT_EQ(Run({"--roll-back", folder.string()}), 0) << output;
+    EXPECT_THAT(output, testing::EndsWith("3.0.11.0 is published.\nMachines with 3.00.12.05 are "
+                                          "offered it in their second run from now.\n"));
+}
+
+TEST_F(RollBack, GoesPastABuildThatWasRolledBackFrom) {
+    ASSERT_EQ(Publish(kOld), 0);
+    ASSERT_EQ(Publish(kNew), 0);
+    ASSERT_EQ(Run({"--roll-back", folder.string()}), 0);
+    ASSERT_EQ(Publish(kNext), 0);
+    EXPECT_EQ(Run({"--roll-back", folder.string()}), 0) << output;
+    EXPECT_EQ(Published(), BuildOf(kOld));
+    EXPECT_THAT(output, HasSubstr("Machines with 3.00.12.05"));
+    EXPECT_THAT(output, HasSubstr("Machines with 3.00.13.00"));
+}
+
+TEST_F(RollBack, BuildThatWasPublishedAgainIsNoLongerWithdrawn) {
+    ASSERT_EQ(Publish(kOld), 0);
+    ASSERT_EQ(Publish(kNew), 0);
+    ASSERT_EQ(Run({"--roll-back", folder.string()}), 0);
+    ASSERT_EQ(Publish(kNew), 0);
+    ASSERT_EQ(Publish(kNext), 0);
+    EXPECT_EQ(Run({"--roll-back", folder.string()}), 0) << output;
+    EXPECT_EQ(Published(), BuildOf(kNew));
+}
+
+TEST_F(RollBack, NamedVersionComesBackWhateverLiesBetween) {
+    ASSERT_EQ(Publish(kOld), 0);
+    ASSERT_EQ(Publish(kNew), 0);
+    ASSERT_EQ(Publish(kNext), 0);
+    fs::resize_file(folder / "previous/3.0.12.5/tolvex30.exe", 100000);
+    const auto before = Snapshot();
+    EXPECT_EQ(Run({"--roll-back", folder.string()}), 1);
+    EXPECT_THAT(output,
+                HasSubstr("is not of that version, or damaged: name another one with --to"));
+    EXPECT_EQ(Snapshot(), before);
+    EXPECT_EQ(Run({"--roll-back", folder.string(), "--to", "3.0.11.0"}), 0) << output;
+    EXPECT_EQ(Published(), BuildOf(kOld));
+    EXPECT_EQ(Run({"--roll-back", folder.string(), "--to", "2.0"}), 1);
+    EXPECT_THAT(output, HasSubstr("no build of version 2.0.0.0 was kept"));
 }
 
 TEST_F(RollBack, WithoutALowerVersionEndsWith1) {
@@ -271,6 +369,68 @@ TEST_F(SignedPublish, KeyThatNoUpdaterHasIsRefused) {
     EXPECT_EQ(Publish(kNew, {"--key", work_, "--keys", publicKeys["other"]}), 1);
     EXPECT_THAT(output, HasSubstr("FAULT    It is signed with another key"));
     EXPECT_THAT(Names(), ElementsAre());
+}
+
+TEST_F(SignedPublish, SignatureBesideTheBuildNeedsAKeyToBeCheckedWith) {
+    const fs::path build = MakeBuild(kNew);
+    WriteBytes(build.string() + ".minisig", "four lines");
+    EXPECT_EQ(Run({folder.string(), build.string()}), 1);
+    EXPECT_THAT(output,
+                HasSubstr("there is a signature beside the build: name the updaters' keys"));
+    EXPECT_THAT(Names(), ElementsAre());
+}
+
+TEST_F(SignedPublish, KeyThatIsLeftOutIsAFaultUnlessTheKeysAreNamed) {
+    const std::string next = MakeKey("next");
+    ASSERT_EQ(Publish(kOld, {"--key", work_}), 0) << output;
+    const auto before = Snapshot();
+    EXPECT_EQ(Publish(kNew, {"--key", next}), 1);
+    EXPECT_THAT(output, HasSubstr("signed with a key that has not signed this one"));
+    EXPECT_EQ(Snapshot(), before);
+    EXPECT_EQ(Publish(kNew, {"--key", next, "--keys", publicKeys["next"]}), 0) << output;
+    EXPECT_TRUE(Fits(signatures(), BuildOf(kOld), publicKeys["work"]))
+        << "which is in service until the very last moment";
+    EXPECT_EQ(Publish(kNext, {"--key", next}), 0) << output;
+    EXPECT_FALSE(Fits(signatures(), BuildOf(kOld), publicKeys["work"]));
+}
+
+TEST_F(SignedPublish, MoreSignaturesThanUpdatersReadAreRefused) {
+    const fs::path build = MakeBuild(kNew);
+    std::string many;
+    for (int i = 0; i < 12; ++i) {
+        many += minisign.Sign("work", "tolvex30.exe", BuildOf(kNew),
+                              "file:tolvex30.exe\tnumber:" + std::to_string(i));
+    }
+    const std::string one = minisign.Sign("work", "tolvex30.exe", BuildOf(kOld), "");
+    WriteBytes(build.string() + ".minisig", many);
+    WriteBytes(MakeBuild(kOld).string() + ".minisig", one);
+    const std::vector<std::string> keys{"--keys", publicKeys["work"]};
+    ASSERT_EQ(Publish(kOld, keys), 0) << output;
+    const auto before = Snapshot();
+    WriteBytes(build.string() + ".minisig", many + one + many.substr(0, many.size() / 12));
+    ASSERT_EQ(Publish(kNew, keys), 0) << output;
+    WriteBytes(MakeBuild(kNext).string() + ".minisig",
+               minisign.Sign("work", "tolvex30.exe", BuildOf(kNext), "") +
+                   minisign.Sign("work", "tolvex30.exe", BuildOf(kNext), "file:tolvex30.exe"));
+    EXPECT_EQ(Publish(kNext, keys), 1) << output;
+    EXPECT_THAT(output, HasSubstr("updaters read 13 and 4096"));
+    EXPECT_EQ(Published(), BuildOf(kNew));
+}
+
+TEST_F(SignedPublish, KeptBuildGetsTheSignatureThatItHadLast) {
+    const std::string next = MakeKey("next");
+    const std::vector<std::string> keys{"--keys", publicKeys["work"], publicKeys["next"]};
+    const auto with = [&keys](std::vector<std::string> more) {
+        more.insert(more.end(), keys.begin(), keys.end());
+        return more;
+    };
+    ASSERT_EQ(Publish(kOld, with({"--key", work_})), 0) << output;
+    ASSERT_EQ(Publish(kNew, with({"--key", work_})), 0) << output;
+    ASSERT_EQ(Run(with({"--roll-back", folder.string()})), 0) << output;
+    ASSERT_EQ(Publish(kOld, with({"--key", next})), 0) << output;
+    ASSERT_EQ(Publish(kNext, with({"--key", work_})), 0) << output;
+    EXPECT_TRUE(
+        Fits(Read("previous/3.0.11.0/tolvex30.exe.minisig"), BuildOf(kOld), publicKeys["next"]));
 }
 
 TEST_F(SignedPublish, UnsignedBuildInPlaceOfASignedOneIsRefused) {

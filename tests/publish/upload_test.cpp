@@ -90,6 +90,34 @@ TEST_F(UploadTest, AfterABrokenOneEachBuildThatTheServerMayHaveIsSigned) {
     }
 }
 
+TEST_F(UploadTest, BrokenOneIsRememberedUntilAnUploadSucceeds) {
+    ASSERT_EQ(Publish(kOld, {"--key", key, "--upload", Copying()}), 0) << output;
+    ASSERT_EQ(Publish(kNew, {"--key", key, "--upload", FailingFrom("tolvex30.exe", true)}), 1);
+    EXPECT_THAT(output, HasSubstr("the server can have either build. Call publish again."));
+    ASSERT_EQ(Publish(kNext, {"--key", key}), 0) << output;
+    ASSERT_EQ(Publish(kNext, {"--key", key, "--upload", FailingFrom("tolvex30.exe", false)}), 1);
+    EXPECT_TRUE(
+        Fits(OnServer("tolvex30.exe.minisig"), OnServer("tolvex30.exe"), publicKeys["work"]));
+}
+
+TEST_F(UploadTest, TriesDoNotPushOutTheSignatureOfWhatIsThere) {
+    ASSERT_EQ(Publish(kOld, {"--key", key, "--upload", Copying()}), 0) << output;
+    ASSERT_EQ(Publish(kNew, {"--key", key, "--upload", FailingFrom("tolvex30.exe", true)}), 1);
+    for (int i = 0; i < 14; ++i) {
+        ASSERT_EQ(Publish(kNext, {"--key", key, "--upload", FailingFrom("tolvex30.exe", false)}),
+                  1);
+        ASSERT_TRUE(
+            Fits(OnServer("tolvex30.exe.minisig"), OnServer("tolvex30.exe"), publicKeys["work"]));
+    }
+}
+
+TEST_F(UploadTest, AfterABrokenSignedOneAnUnsignedOneIsRefused) {
+    ASSERT_EQ(Publish(kOld, {"--upload", Copying()}), 0) << output;
+    ASSERT_EQ(Publish(kNew, {"--key", key, "--upload", FailingFrom("tolvex30.exe", true)}), 1);
+    EXPECT_EQ(Publish(kNext, {"--upload", Copying()}), 1);
+    EXPECT_THAT(output, HasSubstr("the build that is there is signed"));
+}
+
 TEST_F(UploadTest, SameBuildIsHandedOverAgain) {
     ASSERT_EQ(Publish(kNew, {"--key", key}), 0) << output;
     ASSERT_EQ(Publish(kNew, {"--key", key, "--upload", Copying()}), 0) << output;

@@ -41,6 +41,12 @@ bool ReadOption(const std::vector<std::string>& arguments, std::size_t& at, Orde
     const std::string& argument = arguments[at];
     if (argument == "--key") {
         order.secretKeys.push_back(Value(arguments, at, "the file of a secret key"));
+    } else if (argument == "--to") {
+        const std::string& text = Value(arguments, at, "a version");
+        order.backTo = publish_check::ParseVersion(text);
+        if (!order.backTo) {
+            throw UsageError("\"" + text + "\" is no version");
+        }
     } else if (argument == "--upload") {
         order.upload = Value(arguments, at, "a command");
     } else if (argument == "--address") {
@@ -83,6 +89,33 @@ void TakeKeysBesideSecretOnes(Order& order) {
     }
 }
 
+/// There the quotes that a name gets would end those around it.
+bool StandsInQuotes(const std::string& command, std::size_t place) {
+    char open = 0;
+    for (std::size_t at = 0; at < place && place != std::string::npos; ++at) {
+        const char letter = command[at];
+        if (open == letter) {
+            open = 0;
+        } else if (open == 0 && (letter == '\'' || letter == '"')) {
+            open = letter;
+        }
+    }
+    return open != 0;
+}
+
+void CheckUploadCommand(const std::string& command) {
+    if (command.find(kFilePlace) == std::string::npos) {
+        throw UsageError(std::string("the command to upload with has no ") + kFilePlace +
+                         " where the name of the file belongs");
+    }
+    for (const char* place : {kFilePlace, kNamePlace}) {
+        if (StandsInQuotes(command, command.find(place))) {
+            throw UsageError(std::string(place) +
+                             " is quoted already: it cannot stand between quotes");
+        }
+    }
+}
+
 void CheckTogether(const Order& order) {
     if (order.folder.empty()) {
         throw UsageError("the server folder is missing");
@@ -91,9 +124,11 @@ void CheckTogether(const Order& order) {
         throw UsageError(order.rollBack ? "--roll-back takes a build that was kept, and no other"
                                         : "the build is missing");
     }
-    if (!order.upload.empty() && order.upload.find(kFilePlace) == std::string::npos) {
-        throw UsageError(std::string("the command to upload with has no ") + kFilePlace +
-                         " where the name of the file belongs");
+    if (order.backTo && !order.rollBack) {
+        throw UsageError("--to goes with --roll-back");
+    }
+    if (!order.upload.empty()) {
+        CheckUploadCommand(order.upload);
     }
 }
 
@@ -113,6 +148,7 @@ Order ReadCommandLine(const std::vector<std::string>& arguments) {
     }
     CheckTogether(order);
     order.keys = KeysOfUpdaters(order);
+    order.keysAreNamed = order.keys.has_value();
     if (!order.keys) {
         TakeKeysBesideSecretOnes(order);
     }
@@ -121,15 +157,16 @@ Order ReadCommandLine(const std::vector<std::string>& arguments) {
 
 std::string UsageLines() {
     return "usage: publish FOLDER BUILD [--key FILE ...] [OPTION ...]\n"
-           "       publish --roll-back FOLDER [OPTION ...]\n";
+           "       publish --roll-back FOLDER [--to VERSION] [OPTION ...]\n";
 }
 
 std::string HelpText() {
     return UsageLines() + R"(
 Puts a build into the folder that updaters fetch from, so that each of them gets the old build or
 the new one at any moment. First it checks, with the rules of publish-check, what the updaters in
-the field would do. The build that was there is kept in previous/VERSION. --roll-back brings the
-kept build with the next lower version back.
+the field would do. The build that was there is kept in previous/VERSION. --roll-back brings a kept
+build back: that of --to, or the one with the next lower version that was not rolled back from.
+FOLDER and BUILD stand in front of --keys and --installed, which take all that looks like theirs.
 
   --key FILE               sign the build with this secret key of minisign, which asks for its
                            password; may come several times. Without it the signature beside the
@@ -139,7 +176,8 @@ kept build with the next lower version back.
   --installed VERSION ...  the versions in the field; if left out, those of the builds that are in
                            the folder and were kept
   --upload COMMAND         FOLDER is a copy of what is on the server: each file is handed to this
-                           command first, which gets its path for {file} and its name for {name}
+                           command first, which gets its path for {file} and its name for {name},
+                           both quoted
   --address URL            look at the server in the end
   --dry-run                say what would be done, and change nothing
   --json                   write the result for machines

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <chrono>
 
+#include "publish/files.h"
 #include "publish/server_folder.h"
+#include "publish_check/folder_findings.h"
 #include "publish_check/utf8_path.h"
 #include "shared/paths.h"
 
@@ -26,20 +28,46 @@ void AddOnce(std::vector<Installed>& list, const Version& version) {
     }
 }
 
+bool IsKeptIn(const KeptBuild& kept, const ServerState& state) {
+    return ReadFile(kept.folder / swiftpatch::kStagedBuild) == state.build.get.body;
+}
+
+void CompareVersions(const Order& order, const ServerState& present, const StagedRelease& release,
+                     const Version& version, publish_check::Findings& findings) {
+    const auto before = VersionOf(present.build.get.body);
+    const std::vector<KeptBuild> builds = KeptBuilds(order.folder);
+    const bool usedBefore = std::any_of(builds.begin(), builds.end(), [&](const KeptBuild& kept) {
+        return kept.version == version && !IsKeptIn(kept, release.State());
+    });
+    if (before && version < *before) {
+        findings.Fault("older", "It is older than the build that is there now, " +
+                                    PlainText(*before) +
+                                    ". To bring a build back use --roll-back.");
+    } else if (version == before || usedBefore) {
+        findings.Fault("same-version", "Another build with its version, " + PlainText(version) +
+                                           ", is or was there: nobody who has that would be "
+                                           "offered this one.");
+    }
+}
+
 }  // namespace
 
-std::vector<Installed> VersionsInTheField(const Order& order, const ServerState& present) {
+std::vector<Installed> VersionsInTheField(const Order& order, const ServerState& present,
+                                          const std::optional<Version>& back) {
     std::vector<Installed> list = order.installed;
     if (!list.empty()) {
         return list;
     }
-    if (const auto version = VersionOf(present.build.get.body)) {
-        AddOnce(list, *version);
-    }
-    if (!order.rollBack) {
-        for (const KeptBuild& kept : KeptBuilds(order.folder)) {
-            AddOnce(list, kept.version);
+    const auto add = [&](const Version& version) {
+        if (!back || version > *back) {
+            AddOnce(list, version);
         }
+    };
+    if (const auto version = VersionOf(present.build.get.body)) {
+        add(*version);
+    }
+    for (const KeptBuild& kept : KeptBuilds(order.folder)) {
+        add(kept.version);
     }
     return list;
 }
@@ -53,21 +81,28 @@ Assessment AssessFor(const Order& order, const ServerState& state,
     return assessment;
 }
 
-void CompareWithPresent(const ServerState& present, bool changesBuild, bool comesBack,
-                        Assessment& assessment) {
-    const auto before = VersionOf(present.build.get.body);
-    if (!before || !assessment.versions || !changesBuild || comesBack) {
+void CompareWithBefore(const Order& order, const ServerState& present, const StagedRelease& release,
+                       Assessment& assessment) {
+    publish_check::Findings findings(assessment.findings, swiftpatch::kStagedBuild);
+    if (release.LosesKey()) {
+        findings.Fault("lost-key",
+                       "The build that is there is signed with a key that has not signed this one, "
+                       "and updaters that know no other would refuse it. Sign with both, or name "
+                       "the keys of all updaters with --keys.");
+    }
+    if (!release.ChangesBuild() || !IsThere(present.build)) {
         return;
     }
-    publish_check::Findings findings(assessment.findings, swiftpatch::kStagedBuild);
-    const std::string text = PlainText(*before);
-    if (assessment.versions->product < *before) {
-        findings.Fault("older", "It is older than the build that is there now, " + text +
-                                    ". To bring a build back use --roll-back.");
-    } else if (assessment.versions->product == *before) {
-        findings.Fault("same-version",
-                       "It has the version of the build that is there now, " + text +
-                           ", and is another one: nobody who has that would be offered it.");
+    const auto before = publish_check::PublishedDate(present);
+    const auto date = publish_check::PublishedDate(release.State());
+    if (before && date && *date < *before) {
+        findings.Fault("earlier-date",
+                       "The build that is there has a later date than the clock of this machine: "
+                       "who has fetched that would not fetch this one. Set the clock, or that "
+                       "date, right.");
+    }
+    if (assessment.versions && !order.rollBack) {
+        CompareVersions(order, present, release, assessment.versions->product, findings);
     }
 }
 

@@ -3,32 +3,35 @@
 #include <filesystem>
 #include <vector>
 
+#include "publish/server_folder.h"
+
 namespace publish {
 
-/// Puts files in the places of others, by renaming, and puts those back if it is not kept: the last
-/// one first.
+/// Puts files in the places of others, by renaming, and can put those back.
 class Placement {
 public:
     /// What is replaced lies in `before`, a folder on the same file system, until it is decided.
     Placement(std::filesystem::path folder, std::filesystem::path before);
-    ~Placement();
-    Placement(const Placement&) = delete;
-    Placement& operator=(const Placement&) = delete;
 
     /// Moves a file into the folder, under its name.
     void Place(const std::filesystem::path& file);
-    /// Removes a folder with all that it holds if this is not kept.
-    void Made(const std::filesystem::path& folder) { made_ = folder; }
-    void Keep() { kept_ = true; }
+    /// What is kept beside the files goes with them.
+    void Kept(const KeptPlace& place) { kept_ = place; }
+
+    /// Undoes all of it, the last thing first. Where something stays replaced, what it replaced
+    /// stays kept, and the result is false.
+    bool PutBack() const;
 
 private:
-    void PutBack() const;
-
     std::filesystem::path folder_;
     std::filesystem::path before_;
-    std::filesystem::path made_;
-    std::vector<std::filesystem::path> names_;
-    bool kept_ = false;
+    KeptPlace kept_;
+    struct Placed {
+        std::filesystem::path name;
+        bool replaces = false;
+    };
+
+    std::vector<Placed> placed_;
 };
 
 }  // namespace publish

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,8 +18,11 @@ struct Result {
     std::optional<publish_check::Assessment> assessment;  ///< What the updaters do with it.
 };
 
-/// Publishes a build. Throws PublishError, or std::filesystem::filesystem_error, where it could not
-/// be done: then the folder is as it was.
+/// Publishes a build. Throws PublishError, which says what is left, or any other exception of the
+/// standard library, after which the folder is as it was.
 Result Publish(Order order, Steps& steps);
+
+/// What an exception says, in words for a person.
+std::string ReasonOf(const std::exception& error);
 
 }  // namespace publish

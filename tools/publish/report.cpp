@@ -1,6 +1,10 @@
 #include "publish/report.h"
 
+#include <algorithm>
+#include <array>
+
 #include "publish/judgement.h"
+#include "publish/server_folder.h"
 #include "publish_check/json.h"
 #include "publish_check/live_server.h"
 #include "publish_check/report.h"
@@ -14,18 +18,53 @@ using publish_check::JsonTruth;
 
 namespace {
 
+std::string LeftSentence(Left left) {
+    switch (left) {
+        case Left::kUploaded:
+            return " The copy of the folder is as it was; the server can have either build. Call "
+                   "publish again.";
+        case Left::kChanged:
+            return std::string(" What was replaced could NOT be put back: look into ") +
+                   kKeptBuilds + ", where the build before is kept.";
+        default:
+            return " The folder is as it was.";
+    }
+}
+
+const char* NameOf(Left left) {
+    constexpr std::array kNames{"as-it-was", "uploaded", "changed"};
+    return kNames[static_cast<std::size_t>(left)];
+}
+
+bool HasFinding(const publish_check::VersionAssessment& updater, const std::string& code) {
+    return std::any_of(updater.findings.begin(), updater.findings.end(),
+                       [&code](const publish_check::Finding& each) { return each.code == code; });
+}
+
+/// Whether those who have the build that was rolled back from follow.
+std::string WhoFollows(const Assessment& assessment) {
+    std::string text;
+    for (const publish_check::VersionAssessment& updater : assessment.updaters) {
+        text += "Machines with " + updater.installed +
+                (HasFinding(updater, "downgrade")
+                     ? " are offered it in their second run from now.\n"
+                     : " keep that until a higher version is published.\n");
+    }
+    return text;
+}
+
 std::string EndSentence(const Order& order, const Report& report) {
     const std::string& version = report.result.version;
-    if (!report.problem.empty()) {
-        return "NOT PUBLISHED: " + report.problem + ". The folder is as it was.\n";
-    }
     if (!report.result.published) {
-        return "NOT PUBLISHED: the lines marked FAULT say why. The folder is as it was.\n";
+        const std::string why =
+            report.problem.empty() ? "the lines marked FAULT say why" : report.problem;
+        return "NOT PUBLISHED: " + why + "." + LeftSentence(report.left) + "\n";
     }
+    const std::string follows = order.rollBack ? WhoFollows(*report.result.assessment) : "";
     if (order.dryRun) {
-        return version + " can be published; nothing was changed.\n";
+        return version + " can be published; nothing was changed.\n" + follows;
     }
-    return version + " is published.\n";
+    return version + " is published.\n" + follows;
 }
 
 std::string LivePart(const LiveLook& look) {
@@ -81,6 +120,7 @@ std::string JsonReport(const Order& order, const Steps& steps, const Report& rep
                        ",\"dryRun\":" + JsonTruth(order.dryRun) +
                        ",\"version\":" + JsonText(report.result.version) +
                        ",\"problem\":" + JsonText(report.problem) +
+                       ",\"left\":" + JsonText(NameOf(report.left)) +
                        ",\"steps\":" + publish_check::JsonList(steps.List(), step) +
                        ",\"check\":" + JsonOf(report.result.assessment);
     if (report.live) {

@@ -5,6 +5,7 @@
 
 #include "publish/order.h"
 #include "publish/publish.h"
+#include "publish/publish_error.h"
 #include "publish/steps.h"
 
 namespace publish {
@@ -24,6 +25,7 @@ LiveLook LookAtServer(const Order& order, const Result& result);
 struct Report {
     Result result;
     std::string problem;  ///< Why nothing was published, where it is not the build's fault.
+    Left left = Left::kAsItWas;
     std::optional<LiveLook> live;
 };
 

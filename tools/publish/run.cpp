@@ -1,6 +1,5 @@
 #include "publish/run.h"
 
-#include <new>
 #include <ostream>
 
 #include "publish/command_line.h"
@@ -25,10 +24,11 @@ Report Carry(const Order& order, Steps& steps) {
         if (report.result.published && !order.dryRun && !order.address.empty()) {
             report.live = LookAtServer(order, report.result);
         }
-    } catch (const std::bad_alloc&) {
-        report.problem = "not enough memory for files as large as these";
-    } catch (const std::exception& error) {
+    } catch (const PublishError& error) {
         report.problem = error.what();
+        report.left = error.WhatIsLeft();
+    } catch (const std::exception& error) {
+        report.problem = ReasonOf(error);
     }
     return report;
 }

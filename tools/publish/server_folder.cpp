@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "publish/files.h"
+#include "publish/publish_error.h"
 #include "publish/system.h"
 #include "publish_check/utf8_path.h"
 #include "shared/paths.h"
@@ -11,24 +12,26 @@ namespace publish {
 
 namespace fs = std::filesystem;
 using publish_check::PlainText;
+using publish_check::Utf8;
 using publish_check::Version;
 
 namespace {
 
 /// Builds of the same version are told apart by a number: "3.0.11.0-2".
 constexpr char kNumberMark = '-';
+constexpr const char* kWithdrawn = "withdrawn";
 
 std::optional<KeptBuild> ReadKept(const fs::path& folder) {
-    const std::string name = publish_check::Utf8(folder.filename());
+    const std::string name = Utf8(folder.filename());
     const auto version = publish_check::ParseVersion(name.substr(0, name.find(kNumberMark)));
     if (!version || !fs::is_regular_file(folder / swiftpatch::kStagedBuild)) {
         return std::nullopt;
     }
-    return KeptBuild{*version, folder};
+    return KeptBuild{*version, folder, fs::exists(folder / kWithdrawn)};
 }
 
-/// The time at which a build was published; of two with the same version the later one counts.
-bool IsBefore(const KeptBuild& one, const KeptBuild& other) {
+/// The file's date is the time at which the build was put into service.
+bool ComesFirst(const KeptBuild& one, const KeptBuild& other) {
     if (one.version != other.version) {
         return one.version > other.version;
     }
@@ -51,9 +54,9 @@ void Keep(const fs::path& folder, const fs::path& place, const fs::path& unfinis
         }
     }
     FlushFolder(unfinished);
-    fs::create_directory(folder / kKeptBuilds);
+    fs::create_directory(place.parent_path());
     fs::rename(unfinished, place);
-    FlushFolder(folder / kKeptBuilds);
+    FlushFolder(place.parent_path());
 }
 
 }  // namespace
@@ -72,23 +75,57 @@ std::vector<KeptBuild> KeptBuilds(const fs::path& folder) {
             }
         }
     }
-    std::sort(builds.begin(), builds.end(), IsBefore);
+    std::sort(builds.begin(), builds.end(), ComesFirst);
     return builds;
 }
 
-std::optional<fs::path> KeepPresentBuild(const fs::path& folder, const std::string& presentBuild,
-                                         const fs::path& scratch) {
+KeptBuild KeptBuildToReturn(const fs::path& folder, const std::optional<Version>& wanted,
+                            const std::optional<Version>& present) {
+    const std::vector<KeptBuild> builds = KeptBuilds(folder);
+    const auto kept = std::find_if(builds.begin(), builds.end(), [&](const KeptBuild& each) {
+        return wanted ? each.version == *wanted
+                      : !each.withdrawn && (!present || each.version < *present);
+    });
+    if (kept == builds.end()) {
+        const std::string place = " was kept in " + Utf8(folder / kKeptBuilds);
+        throw PublishError(wanted ? "no build of version " + PlainText(*wanted) + place
+                                  : "no build with a lower version" + place +
+                                        ", but for those that were rolled back from");
+    }
+    if (VersionOf(ReadFile(kept->folder / swiftpatch::kStagedBuild)) != kept->version) {
+        throw PublishError("the build in " + Utf8(kept->folder) +
+                           " is not of that version, or damaged: name another one with --to");
+    }
+    return *kept;
+}
+
+KeptPlace KeepPresentBuild(const fs::path& folder, const std::string& presentBuild,
+                           const fs::path& scratch) {
     const auto version = VersionOf(presentBuild);
     const std::string name = version ? PlainText(*version) : "without-version";
+    const bool madeParent = !fs::exists(folder / kKeptBuilds);
     fs::path place = folder / kKeptBuilds / name;
     for (int number = 2; fs::exists(place); ++number) {
         if (IsKeptIn(place, presentBuild)) {
-            return std::nullopt;
+            return {place, false, false};
         }
         place = folder / kKeptBuilds / (name + kNumberMark + std::to_string(number));
     }
     Keep(folder, place, scratch);
-    return place;
+    return {place, true, madeParent};
+}
+
+void Refresh(const KeptPlace& kept, const std::string& signature, fs::file_time_type date,
+             const fs::path& scratch) {
+    fs::last_write_time(kept.folder / swiftpatch::kStagedBuild, date);
+    if (!signature.empty()) {
+        ReplaceFile(kept.folder / swiftpatch::kBuildSignature, signature, scratch);
+    }
+    fs::remove(kept.folder / kWithdrawn);
+}
+
+void Withdraw(const KeptPlace& kept) {
+    WriteFile(kept.folder / kWithdrawn, "This build was rolled back from.\n");
 }
 
 }  // namespace publish

@@ -49,16 +49,32 @@ std::vector<BlockText> FittingBlocks(std::string_view file,
     return blocks;
 }
 
+std::vector<BlockText> BlocksOfOtherKeys(std::string_view file,
+                                         const std::vector<swiftpatch::SigningKey>& keys) {
+    std::vector<BlockText> blocks = BlocksIn(file);
+    std::erase_if(blocks, [&keys](const BlockText& block) {
+        const auto parsed = swiftpatch::ParseSignatureFile(block);
+        return parsed.empty() || swiftpatch::HasBlockOf(parsed, keys);
+    });
+    return blocks;
+}
+
 std::string JoinBlocks(const std::vector<BlockText>& blocks) {
     std::string file;
     std::size_t count = 0;
     for (const BlockText& block : blocks) {
-        const bool fits = count < swiftpatch::kMostSignatureBlocks &&
-                          file.size() + block.size() <= swiftpatch::kLongestSignatureFile;
-        if (fits && file.find(block) == std::string::npos) {
+        if (file.find(block) == std::string::npos) {
             file += block;
             ++count;
         }
+    }
+    if (count > swiftpatch::kMostSignatureBlocks ||
+        file.size() > swiftpatch::kLongestSignatureFile) {
+        throw PublishError("the signatures of the new build and of the one that is there are " +
+                           std::to_string(count) + " with " + std::to_string(file.size()) +
+                           " bytes; updaters read " +
+                           std::to_string(swiftpatch::kMostSignatureBlocks) + " and " +
+                           std::to_string(swiftpatch::kLongestSignatureFile));
     }
     return file;
 }
@@ -70,7 +86,7 @@ std::string SignWithMinisign(const std::filesystem::path& build, const std::stri
                                   Quoted(Utf8(build)) + " -x " + Quoted(Utf8(scratch)));
     if (status != 0) {
         throw PublishError("minisign has not signed with " + secretKey + " (status " +
-                           std::to_string(status) + ")");
+                           std::to_string(status) + "): is it installed, and the password right?");
     }
     return ReadFile(scratch);
 }

@@ -24,7 +24,12 @@ std::vector<BlockText> FittingBlocks(std::string_view file,
                                      const std::vector<swiftpatch::SigningKey>& keys,
                                      const swiftpatch::Blake2b::Digest& hash);
 
-/// A signature file of these blocks, each once and as many as updaters read, the first ones first.
+/// Those of keys that are none of these.
+std::vector<BlockText> BlocksOfOtherKeys(std::string_view file,
+                                         const std::vector<swiftpatch::SigningKey>& keys);
+
+/// A signature file of these blocks, each once. Throws PublishError where they are more than
+/// updaters read.
 std::string JoinBlocks(const std::vector<BlockText>& blocks);
 
 /// Has minisign sign a build with a secret key, for whose password it asks. Returns what it wrote.

@@ -1,12 +1,12 @@
 #include "publish/staged_release.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "publish/animation.h"
 #include "publish/files.h"
 #include "publish/publish_error.h"
 #include "publish/server_folder.h"
-#include "publish/signatures.h"
 #include "publish/system.h"
 #include "publish_check/folder_server.h"
 #include "publish_check/utf8_path.h"
@@ -27,8 +27,7 @@ void Append(std::vector<BlockText>& blocks, const std::vector<BlockText>& more) 
 /// The signature that somebody has put beside a build: only what fits, where anything does.
 std::vector<BlockText> BlocksBeside(const fs::path& build, const std::vector<SigningKey>& keys,
                                     const swiftpatch::Blake2b::Digest& hash) {
-    fs::path beside = build;
-    beside += ".minisig";
+    const fs::path beside = SignatureBeside(build);
     if (!fs::is_regular_file(beside)) {
         return {};
     }
@@ -49,11 +48,50 @@ bool HasBlockOfSameKey(const std::vector<BlockText>& blocks, const BlockText& bl
 
 /// The web server is another user.
 void MakeReadable(const fs::path& file) {
-    fs::permissions(file, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read,
-                    fs::perm_options::add);
+    using fs::perms;
+    fs::permissions(
+        file, perms::owner_read | perms::owner_write | perms::group_read | perms::others_read);
+}
+
+/// Leaves out the blocks of keys that have signed among `others`.
+void LeaveOutSameKeys(std::vector<BlockText>& blocks, const std::vector<BlockText>& others) {
+    std::erase_if(blocks,
+                  [&others](const BlockText& block) { return HasBlockOfSameKey(others, block); });
+}
+
+void LeaveOut(std::vector<BlockText>& blocks, const std::vector<BlockText>& others) {
+    std::erase_if(blocks, [&others](const BlockText& block) {
+        return std::find(others.begin(), others.end(), block) != others.end();
+    });
+}
+
+/// Those that fit, and those of keys that nobody has named here: they cannot be checked, and are
+/// those of builds before where they stand beside one that was kept.
+std::vector<BlockText> BlocksOfPresent(const Order& order, const std::vector<SigningKey>& keys,
+                                       const ServerState& present) {
+    if (!IsThere(present.build) || !IsThere(present.signature)) {
+        return {};
+    }
+    const std::string& file = present.signature.get.body;
+    std::vector<BlockText> blocks = FittingBlocks(file, keys, HashOf(present.build.get.body));
+    std::vector<BlockText> unknown = BlocksOfOtherKeys(file, keys);
+    for (const KeptBuild& kept : KeptBuilds(order.folder)) {
+        const fs::path beside = kept.folder / swiftpatch::kBuildSignature;
+        if (fs::is_regular_file(beside)) {
+            LeaveOut(unknown, BlocksIn(ReadFile(beside)));
+        }
+    }
+    Append(blocks, unknown);
+    return blocks;
 }
 
 }  // namespace
+
+fs::path SignatureBeside(const fs::path& build) {
+    fs::path beside = build;
+    beside += ".minisig";
+    return beside;
+}
 
 fs::path UploadedSignatures(const fs::path& folder) {
     return folder / kWorkshop / "uploaded.minisig";
@@ -103,33 +141,31 @@ void StagedRelease::StageAnimation() {
 /// those of an upload that was broken off, whose build may be there: so whoever asks at any moment
 /// gets a build and its signature.
 void StagedRelease::StageSignature(const Order& order, const ServerState& present, Steps& steps) {
-    const auto keys = swiftpatch::ParseSigningKeys(*order.keys);
-    std::vector<BlockText> blocks = NewBlocks(order, steps);
+    const Keys keys = swiftpatch::ParseSigningKeys(*order.keys).value_or(Keys());
+    std::vector<BlockText> blocks = NewBlocks(order, keys, steps);
     if (blocks.empty() && changesBuild_) {
         throw PublishError(
             "the updaters want a signed build: name the secret key with --key, or "
             "put the signature beside the build");
     }
-    if (keys && IsThere(present.build) && IsThere(present.signature)) {
-        std::vector<BlockText> before =
-            FittingBlocks(present.signature.get.body, *keys, HashOf(present.build.get.body));
-        if (!changesBuild_) {
-            std::erase_if(before, [&blocks](const BlockText& block) {
-                return HasBlockOfSameKey(blocks, block);
-            });
-        }
-        Append(blocks, before);
+    std::vector<BlockText> before = BlocksOfPresent(order, keys, present);
+    if (!changesBuild_) {
+        LeaveOutSameKeys(before, blocks);
     }
-    if (fs::is_regular_file(UploadedSignatures(order.folder))) {
-        Append(blocks, BlocksIn(ReadFile(UploadedSignatures(order.folder))));
-    }
+    std::vector<BlockText> lost =
+        BlocksOfOtherKeys(std::accumulate(before.begin(), before.end(), std::string()), keys);
+    LeaveOutSameKeys(lost, blocks);
+    losesKey_ = !order.keysAreNamed && !lost.empty();
+    Append(blocks, before);
+    Append(blocks, BlocksOfUpload(order, keys));
     const fs::path file = folder_ / swiftpatch::kBuildSignature;
     WriteFile(file, JoinBlocks(blocks));
     state_.signature = publish_check::ReadFolder(folder_, true).signature;
     files_.push_back(file);
 }
 
-std::vector<BlockText> StagedRelease::NewBlocks(const Order& order, Steps& steps) const {
+std::vector<BlockText> StagedRelease::NewBlocks(const Order& order, const Keys& keys,
+                                                Steps& steps) const {
     std::vector<BlockText> blocks;
     for (const std::string& secretKey : order.secretKeys) {
         const fs::path scratch = folder_ / "signature";
@@ -137,11 +173,18 @@ std::vector<BlockText> StagedRelease::NewBlocks(const Order& order, Steps& steps
         fs::remove(scratch);
         steps.Add("signed", "with " + secretKey);
     }
-    if (blocks.empty()) {
-        const auto keys = swiftpatch::ParseSigningKeys(*order.keys);
-        blocks = BlocksBeside(order.build, keys.value_or(std::vector<SigningKey>()),
-                              HashOf(state_.build.get.body));
+    return blocks.empty() ? BlocksBeside(order.build, keys, HashOf(state_.build.get.body)) : blocks;
+}
+
+/// But for those of the new build, which is signed anew with each try.
+std::vector<BlockText> StagedRelease::BlocksOfUpload(const Order& order, const Keys& keys) const {
+    const fs::path marker = UploadedSignatures(order.folder);
+    if (!fs::is_regular_file(marker)) {
+        return {};
     }
+    const std::string file = ReadFile(marker);
+    std::vector<BlockText> blocks = BlocksIn(file);
+    LeaveOut(blocks, FittingBlocks(file, keys, HashOf(state_.build.get.body)));
     return blocks;
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "publish/order.h"
+#include "publish/signatures.h"
 #include "publish/steps.h"
 #include "publish_check/server_state.h"
 
@@ -23,6 +24,9 @@ public:
     const publish_check::ServerState& State() const { return state_; }
     /// The build on the server is another one.
     bool ChangesBuild() const { return changesBuild_; }
+    /// A key of the build that is there has not signed this one, and is none of the updaters' as
+    /// far as anybody said.
+    bool LosesKey() const { return losesKey_; }
     /// In the order in which they have to be put in place: the signature, which is that of the
     /// build before as well, and then the build.
     const std::vector<std::filesystem::path>& Files() const { return files_; }
@@ -31,17 +35,24 @@ public:
     void MakeNew() const;
 
 private:
+    using Keys = std::vector<swiftpatch::SigningKey>;
+
     void StageAnimation();
     void StageSignature(const Order& order, const publish_check::ServerState& present,
                         Steps& steps);
-    std::vector<std::string> NewBlocks(const Order& order, Steps& steps) const;
+    std::vector<BlockText> NewBlocks(const Order& order, const Keys& keys, Steps& steps) const;
+    std::vector<BlockText> BlocksOfUpload(const Order& order, const Keys& keys) const;
 
     std::filesystem::path folder_;
     std::filesystem::path build_;
     publish_check::ServerState state_;
     bool changesBuild_ = false;
     std::vector<std::filesystem::path> files_;
+    bool losesKey_ = false;
 };
+
+/// Where the signature of a build lies that somebody else has signed.
+std::filesystem::path SignatureBeside(const std::filesystem::path& build);
 
 /// The file in which the signatures of a release stand while its upload is under way: until that is
 /// done, nobody knows whose build the server has.

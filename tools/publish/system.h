@@ -28,6 +28,9 @@ void FlushFile(const std::filesystem::path& file);
 /// Puts the names in a folder onto the disk, where the system offers that.
 void FlushFolder(const std::filesystem::path& folder);
 
+/// From now on who reads no more of what is written does not end the process.
+void OutliveReaders();
+
 /// An argument as the system's shell takes it for one word.
 std::string Quoted(const std::string& argument);
 

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <system_error>
 
@@ -12,9 +13,10 @@
 
 namespace publish {
 
-// The folder itself is locked, so that no file of the lock is left behind.
+// The folder itself is locked, so that no file of the lock is left behind. A command that was
+// started holds the lock as well: an upload can outlive the process that was killed.
 FolderLock::FolderLock(const std::filesystem::path& folder)
-    : handle_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    : handle_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY)) {
     if (handle_ >= 0 && ::flock(static_cast<int>(handle_), LOCK_EX | LOCK_NB) != 0 &&
         errno == EWOULDBLOCK) {
         ::close(static_cast<int>(handle_));
@@ -40,6 +42,8 @@ void FlushFolder(const std::filesystem::path& folder) {
     ::fsync(handle);
     ::close(handle);
 }
+
+void OutliveReaders() { std::signal(SIGPIPE, SIG_IGN); }
 
 std::string Quoted(const std::string& argument) {
     std::string word = "'";
