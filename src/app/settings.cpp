@@ -52,6 +52,7 @@ std::optional<std::string> ReadSigningKeys() {
 void LoadSettings() {
     shared.ServerDownloadPath = ReadServerDownloadPath();
     shared.InstallAtOnce = ReadUpdatesKey("InstallAtOnce", "") == "1";
+    shared.OfferBackups = ReadUpdatesKey("OfferBackups", "") == "1";
     shared.SigningKeys = ReadSigningKeys();
     shared.LogFileName = ReadUpdatesKey("LogFileName", "");
 }

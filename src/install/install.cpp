@@ -1,3 +1,5 @@
+#include "install/copy_error.h"
+#include "install/go_back.h"
 #include "install/modVersion.h"
 #include "install/running_program.h"
 #include "mainwindow/frmSwiftPatch.h"
@@ -5,17 +7,11 @@
 #include "runtime/events.h"
 #include "runtime/files.h"
 #include "runtime/msgbox.h"
-#include "runtime/strings.h"
 #include "shared/branding.h"
 #include "shared/paths.h"
 
 namespace swiftpatch {
 namespace {
-
-std::string CopyError(const std::string& what, const RuntimeError& error) {
-    return what + " File Copy Error: " + std::to_string(error.Number()) + kCrLf +
-           error.Description();
-}
 
 /// The product version of the installed program; empty when there is no program.
 std::string InstalledVersion() {
@@ -124,7 +120,7 @@ void frmSwiftPatch::RefuseToInstall() {
 }
 
 void frmSwiftPatch::BackUp(const std::string& version, std::int32_t press) {
-    const std::string backup = SWIFTPATCH_BACKUP_STEM "." + version + ".exe";
+    const std::string backup = BackupName(version);
     if (version.empty() || FileExists(AppFile(backup))) {
         return;
     }
@@ -158,6 +154,7 @@ bool frmSwiftPatch::ReplaceMainProgram() {
 
 void frmSwiftPatch::ShowInstalled() {
     cmdInstall.Visible = false;
+    WithdrawWayBack();
     lblTolvexVersion.Caption = SWIFTPATCH_NAME_IN_TEXT " Version installed: " +
                                modVersion::GetFileVersion(AppFile(kMainProgram)).ProductVersion;
     lblTolvexVersion.Visible = true;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "components/utilities.h"
 #include "install/frmRunning.h"
@@ -36,6 +37,7 @@ void frmSwiftPatch::Form_Load() {
         ProgressBar1.Min = 0;
         ProgressBar1.Value = 0;
         lblStatus.Caption = "Initializing update...";
+        OfferWayBack();
         Show();
         DoEvents();
         lblStatus.BackColor = Color::kButtonFace;
@@ -51,6 +53,15 @@ void frmSwiftPatch::Form_Load() {
     } catch (const RuntimeError& error) {
         ReportError(error, "[frmSwiftPatch] Form_Load()");
     }
+}
+
+void frmSwiftPatch::RunStage(const std::function<void()>& stage) {
+    ++stagesBegun_;
+    const bool outerStage = std::exchange(stageUnderWay_, true);
+    UpdateWayBack();
+    stage();
+    stageUnderWay_ = outerStage;
+    UpdateWayBack();
 }
 
 void frmSwiftPatch::MakeTopMost() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -41,6 +42,7 @@ public:
     CommandButton cmdReadLog;
     Timer tmrCheckVersion;
     CommandButton cmdClose;
+    CommandButton cmdGoBack;
     Inet Inet1;
     ProgressBar ProgressBar1;
     Frame fraMessages;
@@ -85,6 +87,7 @@ public:
 
     // install/
     void cmdInstall_Click();
+    void cmdGoBack_Click();
     void cmdClose_Click();
     void cmdReadLog_Click();
     void Form_QueryUnload(bool& cancel) override;
@@ -110,6 +113,9 @@ private:
     void Design();
     void PlaceControls();
     void WireEvents();
+    /// Runs an event procedure that can change what is installed or begin to do so. The way back is
+    /// closed for as long as one runs, a transfer is under way or a check is about to begin.
+    void RunStage(const std::function<void()>& stage);
     void ShowOwnVersion();
     void ShowBetaNotice();
     /// Shows the button of the error log when there is a log to be read.
@@ -163,6 +169,17 @@ private:
     bool ReplaceMainProgram();
     void ShowInstalled();
 
+    // The steps of cmdGoBack_Click, and of the button.
+    void OfferWayBack();
+    void UpdateWayBack();
+    void WithdrawWayBack();
+    void GoBackToBackup();
+    void ReplaceByBackup(const std::string& version);
+    void ShowBack(const std::string& version);
+    void RefuseToGoBack(const std::string& reason);
+
+    std::int32_t stagesBegun_ = 0;
+    bool stageUnderWay_ = false;
     std::int32_t installPresses_ = 0;
     std::int32_t signatureRequests_ = 0;
     std::int32_t signatureReceived_ = 0;  ///< The last of these requests that was answered.

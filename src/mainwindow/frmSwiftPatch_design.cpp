@@ -26,6 +26,7 @@ frmSwiftPatch::frmSwiftPatch()
       cmdReadLog(*this, 106, "cmdReadLog"),
       tmrCheckVersion(*this, 107, "tmrCheckVersion"),
       cmdClose(*this, 108, "cmdClose"),
+      cmdGoBack(*this, 109, "cmdGoBack"),
       Inet1("Inet1"),
       ProgressBar1(*this, 110, "ProgressBar1"),
       fraMessages(*this, 111, "fraMessages"),
@@ -56,6 +57,9 @@ void frmSwiftPatch::Design() {
     cmdClose.Caption.Design("Close");
     cmdClose.Enabled.Design(false);
     cmdClose.Cancel = true;
+    cmdGoBack.Caption.Design("Go Back...");
+    cmdGoBack.Visible.Design(false);
+    cmdGoBack.Enabled.Design(false);
     lstStat.Columns = {"Stage", "Status"};
     lblTolvexVersion.Caption.Design(SWIFTPATCH_NAME_IN_TEXT " Version available: 30.x.x");
     lblTolvexVersion.Visible.Design(false);
@@ -85,18 +89,21 @@ void frmSwiftPatch::PlaceControls() {
     cmdRetry.Place({172, 231, 64, 14});
     cmdInstall.Place({240, 231, 46, 14});
     cmdClose.Place({290, 231, 46, 14});
-    SetTabOrder({&cmdInstall, &cmdRetry, &cmdReadLog, &cmdClose, &chkRunTolvex, &txtDebug});
+    cmdGoBack.Place({280, 3, 56, 14});
+    SetTabOrder(
+        {&cmdInstall, &cmdRetry, &cmdReadLog, &cmdClose, &cmdGoBack, &chkRunTolvex, &txtDebug});
 }
 
 void frmSwiftPatch::WireEvents() {
     tmrDownloadTimeout.Elapsed = [this] { tmrDownloadTimeout_Timer(); };
-    tmrCheckVersion.Elapsed = [this] { tmrCheckVersion_Timer(); };
-    cmdInstall.Click = [this] { cmdInstall_Click(); };
-    cmdRetry.Click = [this] { cmdRetry_Click(); };
+    tmrCheckVersion.Elapsed = [this] { RunStage([this] { tmrCheckVersion_Timer(); }); };
+    cmdInstall.Click = [this] { RunStage([this] { cmdInstall_Click(); }); };
+    cmdRetry.Click = [this] { RunStage([this] { cmdRetry_Click(); }); };
+    cmdGoBack.Click = [this] { RunStage([this] { cmdGoBack_Click(); }); };
     cmdReadLog.Click = [this] { cmdReadLog_Click(); };
     cmdClose.Click = [this] { cmdClose_Click(); };
     Inet1.StateChanged = [this](int state) {
-        Inet1_StateChanged(static_cast<std::int16_t>(state));
+        RunStage([this, state] { Inet1_StateChanged(static_cast<std::int16_t>(state)); });
     };
 }
 

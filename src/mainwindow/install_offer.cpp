@@ -1,3 +1,4 @@
+#include "install/go_back.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "shared/branding.h"
 #include "shared/paths.h"
@@ -19,10 +20,13 @@ void ShowInstallButton(frmSwiftPatch& window) {
     window.Pointer = MousePointer::kDefault;
 }
 
-void WaitForPressOrInstall(frmSwiftPatch& window) {
+void WaitForPressOrInstall(frmSwiftPatch& window, const std::string& version) {
     window.cmdClose.Enabled = true;
     window.FocusNextStep();
-    if (shared.InstallAtOnce) {
+    if (WasGoneBackFrom(version)) {
+        window.lblAnimationMsg.Caption = "You went back from version " + version +
+                                         ".\r\nIt is installed only when you press Install.";
+    } else if (shared.InstallAtOnce) {
         window.cmdInstall_Click();
     }
 }
@@ -39,7 +43,7 @@ void frmSwiftPatch::OfferInstall() {
     lblTolvexVersion.Visible = true;
     ShowAnimation("", "");
     ShowInstallButton(*this);
-    WaitForPressOrInstall(*this);
+    WaitForPressOrInstall(*this, check.stagedProductVersion);
 }
 
 void frmSwiftPatch::OfferDownloadedBuild() {
@@ -48,7 +52,7 @@ void frmSwiftPatch::OfferDownloadedBuild() {
     ShowInstallButton(*this);
     stagedVersion = modVersion::GetFileVersion(AppFile(kStagedBuild));
     ShowVersionOnOffer(stagedVersion.ProductVersion);
-    WaitForPressOrInstall(*this);
+    WaitForPressOrInstall(*this, stagedVersion.ProductVersion);
 }
 
 }  // namespace swiftpatch

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "runtime/datetime.h"
 
@@ -18,6 +19,16 @@ namespace swiftpatch {
 /// The directory lookup for a normal file: true when `path` names a file that is neither a
 /// folder nor hidden nor a system file. Never raises an error.
 bool FileExists(const std::string& path);
+
+/// The names of the normal files (as FileExists takes them) that lie directly in `folder`, in no
+/// order. A name that the code page cannot spell is left out, since nothing could open it. Empty
+/// where the folder cannot be read. Never raises an error.
+std::vector<std::string> FilesIn(const std::string& folder);
+
+/// True for a Windows program of which nothing is missing that its own header tells of: its
+/// sections and its certificates. What was appended to them is not looked at. False too where the
+/// file cannot be read. Never raises an error.
+bool ProgramIsWhole(const std::string& path);
 
 /// Length in bytes. Raises 53, and 6 for a length that 32 signed bits cannot hold.
 std::int32_t FileLen(const std::string& path);

@@ -13,6 +13,8 @@ struct SharedState {
     std::string LogFileName;
     /// Install a staged build as soon as it is ready, without a press of the button.
     bool InstallAtOnce = false;
+    /// Offer to go back to a build that was installed before.
+    bool OfferBackups = false;
     /// The keys of which one has to have signed a build, as the maker wrote them, readable or not.
     /// Without them builds need no signature.
     std::optional<std::string> SigningKeys;

@@ -4,6 +4,7 @@
 #include "reentry/life.h"
 #include "runtime/files.h"
 #include "shared/branding.h"
+#include "shared/shared_state.h"
 
 namespace swiftpatch::reentry {
 
@@ -58,11 +59,23 @@ void Life::CheckNothingRanAfterTheEnd() {
 }
 
 void Life::CheckFiles() {
-    const headless::File* installed = world_.disk.Find(world_.PathOf("tolvex.exe"));
-    const bool missing = installed == nullptr && !diskFault_;
+    const auto content = [this](const char* name) {
+        const headless::File* file = world_.disk.Find(world_.PathOf(name));
+        return file == nullptr ? std::string() : file->bytes;
+    };
+    const std::string installed = content("tolvex.exe");
+    const bool missing = installed.empty() && !diskFault_;
+    const bool back = shared.OfferBackups && installed == kEarlierBuild;
     if (missing ||
-        (installed != nullptr && installed->bytes != kOldBuild && installed->bytes != kNewBuild)) {
+        (!installed.empty() && installed != kOldBuild && installed != kNewBuild && !back)) {
         Problem("tolvex.exe is neither the old nor the new build");
+    }
+    if (back && content("tolvex.3.00.11.00.exe") != kOldBuild &&
+        content("tolvex.3.00.12.05.exe") != kNewBuild) {
+        Problem("the build that was gone back from is lost");
+    }
+    if (shared.OfferBackups && !diskFault_ && content("tolvex.3.00.10.00.exe") != kEarlierBuild) {
+        Problem("the build that can be gone back to is lost");
     }
     const std::string prefix = "c:\\tolvex\\";
     const std::set<std::string> known = {"tolvex.dta.txt", "error.log", "filecopy.avi",
@@ -70,10 +83,14 @@ void Life::CheckFiles() {
     for (const std::string& path : world_.disk.Names()) {
         const std::string& bytes = world_.disk.Find(path)->bytes;
         const std::string name = path.substr(prefix.size());
-        const bool backup = name == "tolvex.3.00.11.00.exe";
-        if (backup && bytes != kOldBuild) {
+        const std::map<std::string, std::string> backups = {
+            {"tolvex.3.00.10.00.exe", kEarlierBuild},
+            {"tolvex.3.00.11.00.exe", kOldBuild},
+            {"tolvex.3.00.12.05.exe", kNewBuild}};
+        const auto backup = backups.find(name);
+        if (backup != backups.end() && bytes != backup->second) {
             Problem("an incomplete backup: " + path);
-        } else if (!backup && known.count(name) == 0) {
+        } else if (backup == backups.end() && known.count(name) == 0) {
             Problem("an unknown file: " + path);
         }
     }

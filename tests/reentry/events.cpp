@@ -206,6 +206,7 @@ std::vector<Event> AllDiskFaults() {
         held("tolvex.exe"),
         held("tolvex30.exe"),
         held("filecopy.avi"),
+        held("tolvex.3.00.10.00.exe"),
         {"disk full", FillDisk, true},
         {"disk unreadable", MakeUnreadable, true},
         {"folder removed", RemoveFolder, true},
@@ -213,8 +214,11 @@ std::vector<Event> AllDiskFaults() {
     };
 }
 
+std::vector<Event> PressOfGoBack() { return {Click("cmdGoBack", &frmSwiftPatch::cmdGoBack)}; }
+
 std::vector<Event> AllEvents() {
     std::vector<Event> events = {
+        Click("cmdGoBack", &frmSwiftPatch::cmdGoBack),
         Click("cmdInstall", &frmSwiftPatch::cmdInstall),
         Click("cmdRetry", &frmSwiftPatch::cmdRetry),
         Click("cmdReadLog", &frmSwiftPatch::cmdReadLog),

@@ -57,9 +57,9 @@ Life::Life(const Scenario& scenario, MsgBoxAnswer answer, const Intrusions& intr
     world_.clockStep = kStep;
     world_.restStep = kStep;
     scenario_.prepare(world_);
-    shared.InstallAtOnce =
-        world_.disk.Find(world_.PathOf("tolvex.dta.txt"))->bytes.find("InstallAtOnce=1") !=
-        std::string::npos;
+    const std::string settings = world_.disk.Find(world_.PathOf("tolvex.dta.txt"))->bytes;
+    shared.InstallAtOnce = settings.find("InstallAtOnce=1") != std::string::npos;
+    shared.OfferBackups = settings.find("OfferBackups=1") != std::string::npos;
     world_.inEachYield = [this] { InEachYield(); };
     world_.user.onAnyBox = [this](const auto& text, int style, const auto& /*title*/) {
         return AnswerBox(text, style);
@@ -118,6 +118,7 @@ std::string Life::Doing() const {
     flag(" close", window.cmdClose.Enabled);
     flag(" install", window.cmdInstall.Visible && window.cmdInstall.Enabled);
     flag(" retry", window.cmdRetry.Visible);
+    flag(" back", window.cmdGoBack.Visible && window.cmdGoBack.Enabled);
     flag(" check", window.tmrCheckVersion.Enabled);
     return text + " mode " + std::to_string(static_cast<int>(window.downloadMode)) + " \"" +
            headless::Quoted(WithoutNumbers(window.lblStatus.Caption)) + " " +
@@ -183,6 +184,8 @@ bool Life::Do(Deed deed) {
             return press(window.cmdRetry);
         case Deed::kReadLog:
             return press(window.cmdReadLog);
+        case Deed::kGoBack:
+            return press(window.cmdGoBack);
         default:
             return false;
     }

@@ -12,7 +12,7 @@ namespace swiftpatch::reentry {
 
 /// What the person at the screen does in a run besides answering boxes and dialogs: each once, as
 /// soon as it can be done.
-enum class Deed { kInstall, kRetry, kReadLog, kCloseByCorner, kEndSession };
+enum class Deed { kInstall, kRetry, kReadLog, kGoBack, kCloseByCorner, kEndSession };
 
 /// One kind of run: the machine it happens on and what the person does.
 struct Scenario {
@@ -45,13 +45,19 @@ struct Outcome {
 Outcome Play(const Scenario& scenario, MsgBoxAnswer answer, const Intrusions& intrusions,
              bool withYields = false);
 
+/// Installed before the old one.
+extern const std::string kEarlierBuild;
 extern const std::string kOldBuild;
 extern const std::string kNewBuild;
 /// Nobody has signed it, and it is as long as the new one.
 extern const std::string kForgedBuild;
 
 std::vector<Scenario> AllScenarios();
+/// The same run on a machine on which the way back is offered.
+Scenario WithWayBack(Scenario scenario);
 std::vector<Event> AllEvents();
+/// A press that begins the way back.
+std::vector<Event> PressOfGoBack();
 /// What can happen to the disk.
 std::vector<Event> AllDiskFaults();
 

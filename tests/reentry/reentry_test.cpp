@@ -82,11 +82,11 @@ using Asked = std::set<std::pair<std::int64_t, const Event*>>;
 
 class Reentry : public testing::TestWithParam<Scenario> {
 protected:
-    void Sweep(const std::vector<Event>& events, MsgBoxAnswer answer);
+    void Sweep(const Scenario& scenario, const std::vector<Event>& events, MsgBoxAnswer answer);
     /// Of everything, with both answers.
-    void Sweep(const std::vector<Event>& events) {
-        Sweep(events, MsgBoxAnswer::kYes);
-        Sweep(events, MsgBoxAnswer::kNo);
+    void Sweep(const Scenario& scenario, const std::vector<Event>& events) {
+        Sweep(scenario, events, MsgBoxAnswer::kYes);
+        Sweep(scenario, events, MsgBoxAnswer::kNo);
         findings_.Report(std::to_string(events.size()) + " events");
     }
 
@@ -94,8 +94,9 @@ protected:
     Asked asked_;
 };
 
-void Reentry::Sweep(const std::vector<Event>& events, MsgBoxAnswer answer) {
-    const Outcome base = Play(GetParam(), answer, {}, true);
+void Reentry::Sweep(const Scenario& scenario, const std::vector<Event>& events,
+                    MsgBoxAnswer answer) {
+    const Outcome base = Play(scenario, answer, {}, true);
     ASSERT_TRUE(base.problems.empty()) << testing::PrintToString(base.problems);
     const std::vector<std::int64_t> samples = Samples(base.yields);
     const bool all = answer == MsgBoxAnswer::kYes || base.asked;
@@ -104,7 +105,7 @@ void Reentry::Sweep(const std::vector<Event>& events, MsgBoxAnswer answer) {
             if (!all && asked_.count({yield, &event}) == 0) {
                 continue;
             }
-            const Outcome outcome = Play(GetParam(), answer, {{yield, &event}});
+            const Outcome outcome = Play(scenario, answer, {{yield, &event}});
             if (outcome.asked) {
                 asked_.insert({yield, &event});
             }
@@ -118,9 +119,11 @@ void Reentry::Sweep(const std::vector<Event>& events, MsgBoxAnswer answer) {
               << " yields\n";
 }
 
-TEST_P(Reentry, OfEveryEventIntoEveryYield) { Sweep(EventsToTry()); }
+TEST_P(Reentry, OfEveryEventIntoEveryYield) { Sweep(GetParam(), EventsToTry()); }
 
-TEST_P(Reentry, OfEveryDiskFaultIntoEveryYield) { Sweep(AllDiskFaults()); }
+TEST_P(Reentry, OfEveryDiskFaultIntoEveryYield) { Sweep(GetParam(), AllDiskFaults()); }
+
+TEST_P(Reentry, OfAPressOfGoBackIntoEveryYield) { Sweep(WithWayBack(GetParam()), PressOfGoBack()); }
 
 /// Events inside the yields of other events' procedures, and one after the other.
 TEST_P(Reentry, OfSeveralEventsAtRandom) {

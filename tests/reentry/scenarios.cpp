@@ -151,8 +151,57 @@ void LoseTheSignatureOnce(World& world) {
     world.network.AnswerNext("GET " + std::string(kFolder) + "tolvex30.exe.minisig", stalled);
 }
 
+void OfferWayBack(World& world) {
+    world.disk.Find(world.PathOf("tolvex.dta.txt"))->bytes += "OfferBackups=1\r\n";
+    world.AddFile("tolvex.3.00.10.00.exe", kEarlierBuild);
+}
+
+void WayBackWhereNothingIsNew(World& world) {
+    Offer(world);
+    world.AddFile("tolvex30.exe", kOldBuild, kNewer);
+    Reply same = FileReply(kOldBuild, kServerDate);
+    world.network.Answer("HEAD " + std::string(kFolder) + "tolvex30.exe", same);
+    OfferWayBack(world);
+}
+
+void WayBackWithoutServer(World& world) {
+    LoseTheServer(world);
+    OfferWayBack(world);
+}
+
+void WayBackFromAnOffer(World& world) {
+    OfferWhatIsStaged(world);
+    OfferWayBack(world);
+}
+
+void WayBackFromASignedOffer(World& world) {
+    OfferWhatIsStagedAndSigned(world);
+    OfferWayBack(world);
+}
+
+void WayBackAfterATimeOut(World& world) {
+    StallOnce(world);
+    OfferWayBack(world);
+}
+
+/// Somebody has gone back already, from the build that is staged.
+void WayBackWasGone(World& world) {
+    OfferToInstallAtOnce(world);
+    OfferWayBack(world);
+    world.AddFile("tolvex.exe", kEarlierBuild);
+    world.AddFile("tolvex.3.00.11.00.exe", kOldBuild);
+    world.AddFile("tolvex30.exe", kOldBuild, kNewer);
+    world.network.Answer("HEAD " + std::string(kFolder) + "tolvex30.exe",
+                         FileReply(kOldBuild, kServerDate));
+}
+
 void RunTheMainProgram(World& world) {
     OfferWhatIsStaged(world);
+    world.desktop.push_back({0x500, "q-Tolvex.exe", "q-Tolvex.exe", 0, false, {}});
+}
+
+void WayBackWhileTheMainProgramRuns(World& world) {
+    WayBackWhereNothingIsNew(world);
     world.desktop.push_back({0x500, "q-Tolvex.exe", "q-Tolvex.exe", 0, false, {}});
 }
 
@@ -160,6 +209,7 @@ void RunTheMainProgram(World& world) {
 
 // The new one has the smallest size that counts as a build, so that runs are short; the licence
 // text proves the connection then.
+const std::string kEarlierBuild = headless::Build("3.0.10.0", 82000);
 const std::string kOldBuild = headless::Build("3.0.11.0", 81000);
 const std::string kNewBuild = headless::Build("3.0.12.5", 80000);
 const std::string kForgedBuild = headless::Build("9.9.9.9", 80000);
@@ -186,7 +236,24 @@ std::vector<Scenario> AllScenarios() {
         {"ForgedStagedBuild", StageForged, {Deed::kInstall}},
         {"SignatureChangesMeanwhile", ChangeTheServerMeanwhile, {}},
         {"RetryAfterALostSignature", LoseTheSignatureOnce, {Deed::kRetry}},
+        {"WayBack", WayBackWhereNothingIsNew, {Deed::kGoBack}},
+        {"WayBackWithoutServer", WayBackWithoutServer, {Deed::kGoBack}},
+        {"WayBackFromAnOffer", WayBackFromAnOffer, {Deed::kGoBack}},
+        {"WayBackFromASignedOffer", WayBackFromASignedOffer, {Deed::kGoBack}},
+        {"WayBackAfterATimeOut", WayBackAfterATimeOut, {Deed::kGoBack, Deed::kRetry}},
+        {"WayBackWasGone", WayBackWasGone, {}},
+        {"WayBackOfARunningProgram", WayBackWhileTheMainProgramRuns, {Deed::kGoBack}},
     };
+}
+
+Scenario WithWayBack(Scenario scenario) {
+    scenario.prepare = [prepare = scenario.prepare](World& world) {
+        prepare(world);
+        if (world.disk.Find(world.PathOf("tolvex.3.00.10.00.exe")) == nullptr) {
+            OfferWayBack(world);
+        }
+    };
+    return scenario;
 }
 
 }  // namespace swiftpatch::reentry

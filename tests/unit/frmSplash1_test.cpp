@@ -185,7 +185,7 @@ TEST_F(frmSplash1Test, LoadingFlagIsTrueOnlyWhileTheSettingsAreRead) {
     Start();
     flags.push_back(shared.LoadingPreferences);
 
-    EXPECT_THAT(flags, ElementsAre(false, true, true, true, true, false));
+    EXPECT_THAT(flags, ElementsAre(false, true, true, true, true, true, false));
     EXPECT_EQ(caption, "Loading Preferences");
 }
 

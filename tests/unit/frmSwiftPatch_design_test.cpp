@@ -16,6 +16,7 @@ TEST_F(frmSwiftPatchDesign, TextsOfTheControls) {
     EXPECT_EQ(Window().cmdRetry.Caption.Get(), "Retry Download");
     EXPECT_EQ(Window().cmdReadLog.Caption.Get(), "Error Log");
     EXPECT_EQ(Window().cmdClose.Caption.Get(), "Close");
+    EXPECT_EQ(Window().cmdGoBack.Caption.Get(), "Go Back...");
     EXPECT_EQ(Window().lblTolvexVersion.Caption.Get(), "q-tolvex Version available: 30.x.x");
     EXPECT_EQ(Window().lblSimulation.Caption.Get(), "Simulation Mode");
     EXPECT_EQ(Window().lblVersion.Caption.Get(), "Version 1.02.02");
@@ -28,6 +29,8 @@ TEST_F(frmSwiftPatchDesign, StatesOfTheControls) {
     EXPECT_TRUE(Window().cmdInstall.Visible);
     EXPECT_FALSE(Window().cmdInstall.Enabled);
     EXPECT_FALSE(Window().cmdRetry.Visible);
+    EXPECT_FALSE(Window().cmdGoBack.Visible);
+    EXPECT_FALSE(Window().cmdGoBack.Enabled);
     EXPECT_FALSE(Window().lblTolvexVersion.Visible);
     EXPECT_FALSE(Window().lblSimulation.Visible);
     EXPECT_EQ(Window().chkRunTolvex.Value.Get(), CheckState::kChecked);
@@ -56,6 +59,7 @@ TEST_F(frmSwiftPatchDesign, ControlIdsStayFixed) {
                                                {"cmdReadLog", 106},
                                                {"tmrCheckVersion", 107},
                                                {"cmdClose", 108},
+                                               {"cmdGoBack", 109},
                                                {"ProgressBar1", 110},
                                                {"fraMessages", 111},
                                                {"Animation1", 112},

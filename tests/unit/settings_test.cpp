@@ -113,6 +113,17 @@ TEST_F(Settings, InstallAtOnceOnlyWhenTheKeyIsOne) {
     EXPECT_FALSE(shared.InstallAtOnce);
 }
 
+TEST_F(Settings, BackupsAreOfferedOnlyWhenTheKeyIsOne) {
+    LoadSettings();
+    EXPECT_FALSE(shared.OfferBackups);
+    Load("OfferBackups=1\r\n");
+    EXPECT_TRUE(shared.OfferBackups);
+    for (const char* value : {"0", "11", "", "yes"}) {
+        Load("OfferBackups=" + std::string(value) + "\r\n");
+        EXPECT_FALSE(shared.OfferBackups) << value;
+    }
+}
+
 TEST_F(Settings, LogFileNameIsReadAndEmptyWhenAbsent) {
     Load("LogFileName=errors.log\r\n");
     EXPECT_EQ(shared.LogFileName, "errors.log");

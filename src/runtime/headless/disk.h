@@ -17,7 +17,8 @@ struct File {
     DateTime changed{};
     bool hidden = false;
     bool readOnly = false;
-    bool held = false;  ///< Open in another process that lets nobody write or delete.
+    bool cutOff = false;  ///< The end of the program is missing.
+    bool held = false;    ///< Open in another process that lets nobody write or delete.
     /// Of the world's uptime. Until then another process has the file open and lets nobody read it.
     std::int64_t lockedUntil = 0;
     /// The same, but it lets others read and write the file, and nobody replace it.

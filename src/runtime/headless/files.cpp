@@ -11,6 +11,7 @@
 #include "runtime/internal/line_reader.h"
 #include "runtime/internal/unfinished_copy.h"
 #include "runtime/runtime_error.h"
+#include "runtime/strings.h"
 
 namespace swiftpatch {
 namespace {
@@ -94,6 +95,27 @@ bool IsOpenHere(const std::string& path) {
 bool FileExists(const std::string& path) {
     const File* file = TheWorld().disk.Find(path);
     return file != nullptr && !file->hidden;
+}
+
+std::vector<std::string> FilesIn(const std::string& folder) {
+    Disk& disk = TheWorld().disk;
+    TheWorld().trace.Add("FilesIn " + folder);
+    std::vector<std::string> names;
+    if (!disk.folders.contains(folder)) {
+        return names;
+    }
+    for (const std::string& path : disk.Names()) {
+        const std::size_t name = path.rfind('\\') + 1;
+        if (EqualWithoutCase(path.substr(0, name), folder + "\\") && FileExists(path)) {
+            names.push_back(path.substr(name));
+        }
+    }
+    return names;
+}
+
+bool ProgramIsWhole(const std::string& path) {
+    const File* file = TheWorld().disk.Find(path);
+    return file != nullptr && !file->cutOff && file->lockedUntil <= TheWorld().uptime;
 }
 
 std::int32_t FileLen(const std::string& path) {

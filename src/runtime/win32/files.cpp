@@ -1,9 +1,11 @@
 #include "runtime/files.h"
 
+#include <array>
 #include <map>
 #include <memory>
 
 #include "runtime/internal/line_reader.h"
+#include "runtime/internal/program_head.h"
 #include "runtime/runtime_error.h"
 #include "runtime/win32/errors.h"
 #include "runtime/win32/flush.h"
@@ -39,10 +41,21 @@ OpenFile& FileOf(int number) {
     return found->second;
 }
 
+constexpr DWORD kNotNormal =
+    FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+
+/// The system writes such characters where the code page has none for a name.
+constexpr const char* kWildcards = "*?";
+
+UniqueFile OpenToRead(const std::string& path) {
+    return UniqueFile(::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
 /// The directory's entry of a file. Wildcards would find another file than the one named.
 WIN32_FIND_DATAA EntryOf(const std::string& path) {
     WIN32_FIND_DATAA entry{};
-    if (path.find_first_of("*?") == std::string::npos) {
+    if (path.find_first_of(kWildcards) == std::string::npos) {
         const UniqueFind search(::FindFirstFileA(path.c_str(), &entry));
         if (search && (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
             return entry;
@@ -117,10 +130,36 @@ std::size_t LockedFile::Read(std::span<std::uint8_t> buffer) {
 }
 
 bool FileExists(const std::string& path) {
-    constexpr DWORD kNotNormal =
-        FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
     const DWORD attributes = ::GetFileAttributesA(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & kNotNormal) == 0;
+}
+
+std::vector<std::string> FilesIn(const std::string& folder) {
+    std::vector<std::string> names;
+    WIN32_FIND_DATAA entry{};
+    const UniqueFind search(::FindFirstFileA((folder + "\\*").c_str(), &entry));
+    for (bool found = static_cast<bool>(search); found;
+         found = ::FindNextFileA(search.Get(), &entry) != FALSE) {
+        const std::string name = entry.cFileName;
+        if ((entry.dwFileAttributes & kNotNormal) == 0 &&
+            name.find_first_of(kWildcards) == std::string::npos) {
+            names.push_back(name);
+        }
+    }
+    return names;
+}
+
+bool ProgramIsWhole(const std::string& path) {
+    const UniqueFile file = OpenToRead(path);
+    std::array<std::uint8_t, kProgramHead> head{};
+    DWORD count = 0;
+    if (!file || !::ReadFile(file.Get(), head.data(), kProgramHead, &count, nullptr)) {
+        return false;
+    }
+    DWORD high = 0;
+    const DWORD low = ::GetFileSize(file.Get(), &high);
+    const std::optional<std::uint64_t> length = LengthOfProgram({head.data(), count});
+    return length && *length <= (std::uint64_t{high} << 32 | low);
 }
 
 std::int32_t FileLen(const std::string& path) {
@@ -196,8 +235,7 @@ void OpenForInput(const std::string& path, int number) {
     if (OpenFiles().count(number) != 0) {
         throw RuntimeError(error_number::kFileAlreadyOpen);
     }
-    UniqueFile file(::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    UniqueFile file = OpenToRead(path);
     if (!file) {
         RaiseFileError(::GetLastError(), FileAction::kOpen);
     }
