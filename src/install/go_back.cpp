@@ -34,7 +34,6 @@ std::string VersionInName(const std::string& name) {
     return name.substr(kBeforeVersion.size(), name.size() - around);
 }
 
-/// From the newest down.
 std::vector<std::string> VersionsBelow(const std::string& installed) {
     std::vector<std::string> versions;
     for (const std::string& name : FilesIn(App::Path())) {
@@ -43,8 +42,6 @@ std::vector<std::string> VersionsBelow(const std::string& installed) {
             versions.push_back(version);
         }
     }
-    std::sort(versions.begin(), versions.end(),
-              [](const std::string& one, const std::string& other) { return IsBelow(other, one); });
     return versions;
 }
 
@@ -73,9 +70,15 @@ std::string FindBackup() {
         return {};
     }
     // The names come first, so that of many builds only the newest are opened.
-    const std::vector<std::string> versions = VersionsBelow(installed);
-    const auto found = std::find_if(versions.begin(), versions.end(), HasBackup);
-    return found == versions.end() ? std::string() : *found;
+    std::vector<std::string> versions = VersionsBelow(installed);
+    while (!versions.empty()) {
+        const auto newest = std::max_element(versions.begin(), versions.end(), IsBelow);
+        if (HasBackup(*newest)) {
+            return *newest;
+        }
+        versions.erase(newest);
+    }
+    return {};
 }
 
 bool WasGoneBackFrom(const std::string& version) {

@@ -13,7 +13,7 @@ constexpr std::array kControls{
     kLstStat,       kLblTolvexVersion, kLblSimulation, kLblVersion,  kLblStatus,
     kSplashLoading, kSplashTitle0,     kSplashTitle1,  kSplashMain0, kSplashMain1,
     kSplashVersion, kSplashExit,       kFailureText,   kFailureExit, kTxtLogFile,
-    kCmdMain,
+    kCmdMain,       kCmdGoBack,
 };
 
 }  // namespace

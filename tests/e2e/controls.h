@@ -24,6 +24,7 @@ inline constexpr Control kCmdInstall{kMain, 104, "cmdInstall"};
 inline constexpr Control kCmdRetry{kMain, 105, "cmdRetry"};
 inline constexpr Control kCmdReadLog{kMain, 106, "cmdReadLog"};
 inline constexpr Control kCmdClose{kMain, 108, "cmdClose"};
+inline constexpr Control kCmdGoBack{kMain, 109, "cmdGoBack"};
 inline constexpr Control kProgressBar1{kMain, 110, "ProgressBar1"};
 inline constexpr Control kFraMessages{kMain, 111, "fraMessages"};
 inline constexpr Control kAnimation1{kMain, 112, "Animation1"};

@@ -25,17 +25,6 @@ constexpr std::size_t kNewSize = 19U << 20U;
 // What a kill is aimed at.
 enum class Aim { kStart, kDownload, kInstall };
 
-// Exactly, where the system's sleep is too coarse.
-void Wait(microseconds time) {
-    const Clock::time_point end = Clock::now() + time;
-    constexpr milliseconds kMargin{3};
-    if (time > kMargin) {
-        std::this_thread::sleep_for(time - kMargin);
-    }
-    while (Clock::now() < end) {
-    }
-}
-
 class KilledUpdate : public UpdateRun {
 protected:
     KilledUpdate()
@@ -110,7 +99,7 @@ protected:
             const Box box = AwaitBackupBox();
             ClickOn(GetDlgItem(box.window, box.buttons.front()));
         }
-        Wait(after);
+        WaitExactly(after);
         updater_->Running().Kill();
         updater_.reset();
     }

@@ -34,4 +34,15 @@ void Await(const std::string& what, Condition condition, milliseconds limit) {
     }
 }
 
+/// Where the system's sleep is too coarse.
+inline void WaitExactly(std::chrono::microseconds time) {
+    const SteadyTime end = std::chrono::steady_clock::now() + time;
+    constexpr milliseconds kMargin{3};
+    if (time > kMargin) {
+        std::this_thread::sleep_for(time - kMargin);
+    }
+    while (std::chrono::steady_clock::now() < end) {
+    }
+}
+
 }  // namespace swiftpatch::e2e
