@@ -41,6 +41,7 @@ void Gallery::Make() {
     PassThroughAFailure();
     PassThroughABrokenDownload();
     PassThroughBuildsThatAreNotSigned();
+    PassThroughAWayBack();
 }
 
 void Gallery::MakeSplash(const std::string& name) {
@@ -156,6 +157,24 @@ void Gallery::PassThroughBuildsThatAreNotSigned() {
     CloseQuietly();
 }
 
+void Gallery::PassThroughAWayBack() {
+    Reply build;
+    build.body = Body(SampleProgram(options_, kNewVersion));
+    Publish(build);
+    Start(kNewVersion, kNewVersion, "OfferBackups=1\r\n", kOldVersion);
+    updater_->AwaitEnabled(kCmdGoBack, kSoon);
+    Picture(kMain, "way-back-offered");
+    updater_->Press(kCmdGoBack);
+    PictureOfBox("box-go-back", IDYES);
+    updater_->AwaitText(kLblAnimationMsg, "You are back at version 3.00.11.00.", kSoon);
+    Picture(kMain, "back");
+    CloseQuietly();
+    updater_.emplace(folder_->Updater());
+    updater_->AwaitText(kLblStatus, "Click on Install Button.", kSoon);
+    Picture(kMain, "gone-back-from");
+    CloseQuietly();
+}
+
 void Gallery::PictureOfRefusal(const std::string& name, const std::string& settings) {
     Start(kOldVersion, "", settings);
     AnswerBox(IDOK);
@@ -174,7 +193,7 @@ void Gallery::PublishSignature(const std::string& build) {
 }
 
 void Gallery::Start(const std::string& installed, const std::string& staged,
-                    const std::string& moreSettings) {
+                    const std::string& moreSettings, const std::string& kept) {
     updater_.reset();
     folder_.reset();
     folder_.emplace(options_.scratch / "app", options_.updater);
@@ -186,6 +205,9 @@ void Gallery::Start(const std::string& installed, const std::string& staged,
     if (!staged.empty()) {
         folder_->Write("tolvex30.exe", SampleProgram(options_, staged));
         folder_->SetTime("tolvex30.exe", kStagedTime);
+    }
+    if (!kept.empty()) {
+        folder_->Write("tolvex.3.00.11.00.exe", SampleProgram(options_, kept));
     }
     updater_.emplace(folder_->Updater());
 }

@@ -28,11 +28,12 @@ private:
     void PassThroughAFailure();
     void PassThroughABrokenDownload();
     void PassThroughBuildsThatAreNotSigned();
+    void PassThroughAWayBack();
 
     /// Starts the updater in a fresh application folder with these builds in it; an empty version
-    /// is none.
+    /// is none. `kept` is one that was installed before.
     void Start(const std::string& installed, const std::string& staged,
-               const std::string& moreSettings = {});
+               const std::string& moreSettings = {}, const std::string& kept = {});
     /// The failure dialog of a run that begins with these settings, and its end.
     void PictureOfRefusal(const std::string& name, const std::string& settings);
     /// The server has the maker's signature of that build.
