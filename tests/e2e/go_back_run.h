@@ -36,7 +36,7 @@ protected:
     }
     void AwaitBack() const { updater_->AwaitText(kLblAnimationMsg, kIsBack, kLongest); }
 
-    static constexpr milliseconds kLongest{40000};
+    static constexpr milliseconds kLongest{120000};
 };
 
 }  // namespace swiftpatch::e2e

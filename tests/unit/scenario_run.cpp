@@ -122,8 +122,9 @@ void ScenarioRun::Animation(const std::string& state) {
 
 // Only what does not change the folder has a meaning here.
 void ScenarioRun::Settings(const std::string& contents) {
-    ASSERT_NE(contents.find("InstallAtOnce=1"), std::string::npos);
-    shared.InstallAtOnce = true;
+    shared.InstallAtOnce = contents.find("InstallAtOnce=1") != std::string::npos;
+    shared.OfferBackups = contents.find("OfferBackups=1") != std::string::npos;
+    ASSERT_TRUE(shared.InstallAtOnce || shared.OfferBackups);
 }
 
 void ScenarioRun::Keys(const std::string& names) { shared.SigningKeys = scenarios::KeysOf(names); }

@@ -65,6 +65,7 @@ ScenarioRun::Part ScenarioRun::PartOf(const std::string& name) {
         {"cmdInstall", {&w.cmdInstall, &w.cmdInstall.Caption}},
         {"cmdRetry", {&w.cmdRetry, &w.cmdRetry.Caption}},
         {"cmdClose", {&w.cmdClose, &w.cmdClose.Caption}},
+        {"cmdGoBack", {&w.cmdGoBack, &w.cmdGoBack.Caption}},
         {"Animation1", {&w.Animation1, nullptr}},
         {"ProgressBar1", {&w.ProgressBar1, nullptr}},
         {"fraMessages", {&w.fraMessages, nullptr}}};
