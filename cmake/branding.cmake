@@ -91,6 +91,12 @@ branding_text(SWIFTPATCH_BACKUP_STEM 1 "${stem}" "What the names of backups begi
 branding_text(SWIFTPATCH_LICENCE_FILE 1 "" "The text that shows that a server is there")
 branding_text(SWIFTPATCH_ANIMATION_FILE 1 "" "What moves while the updater is busy")
 branding_text(SWIFTPATCH_UPDATER_FILE 1 "" "The updater's own file")
+set(unattended "")
+if(DEFINED SWIFTPATCH_UPDATER_FILE)
+    string(REGEX REPLACE "(\\.[Ee][Xx][Ee])$" "-unattended\\1" unattended
+        "${SWIFTPATCH_UPDATER_FILE}")
+endif()
+branding_text(SWIFTPATCH_UNATTENDED_FILE 1 "${unattended}" "The updater without a window")
 
 # The main program in texts, and what it is found by while it runs.
 branding_text(SWIFTPATCH_NAME 1 "${name}" "The main program's name")
@@ -141,7 +147,7 @@ file(CONFIGURE OUTPUT generated/shared/branding_values.h CONTENT "@branding@" @O
 set(taken "")
 foreach(variable SWIFTPATCH_PROGRAM SWIFTPATCH_STAGED_PROGRAM SWIFTPATCH_DATA_FILE
         SWIFTPATCH_BACKUP_STEM SWIFTPATCH_LICENCE_FILE SWIFTPATCH_ANIMATION_FILE
-        SWIFTPATCH_UPDATER_FILE)
+        SWIFTPATCH_UPDATER_FILE SWIFTPATCH_UNATTENDED_FILE)
     set(file "${brand_${variable}}")
     if(NOT file MATCHES "^[A-Za-z0-9_]([-A-Za-z0-9_. ]*[A-Za-z0-9_])?$")
         branding_stop(${variable} "write the name of a file: letters, digits, \"_\", \"-\", \".\"")
@@ -149,7 +155,7 @@ foreach(variable SWIFTPATCH_PROGRAM SWIFTPATCH_STAGED_PROGRAM SWIFTPATCH_DATA_FI
     if(variable MATCHES "_(STAGED_PROGRAM|LICENCE_FILE|ANIMATION_FILE)$" AND file MATCHES " ")
         branding_stop(${variable} "it stands in an address: write it without blanks")
     endif()
-    if(variable MATCHES "_(PROGRAM|UPDATER_FILE)$" AND NOT file MATCHES "\\.[Ee][Xx][Ee]$")
+    if(variable MATCHES "_(PROGRAM|UPDATER_FILE|UNATTENDED_FILE)$" AND NOT file MATCHES "\\.[Ee][Xx][Ee]$")
         branding_stop(${variable} "write the name of a program: it ends in .exe")
     endif()
     string(TOLOWER "${file}" file)

@@ -40,6 +40,11 @@
 #define SWIFTPATCH_UPDATER_FILE "swiftpatch.exe"
 #endif
 
+/// The updater without a window; it runs under any name, too.
+#ifndef SWIFTPATCH_UNATTENDED_FILE
+#define SWIFTPATCH_UNATTENDED_FILE "swiftpatch-unattended.exe"
+#endif
+
 // What the main program is called in texts.
 
 #ifndef SWIFTPATCH_NAME
