@@ -1,4 +1,4 @@
-# What is handed to a maker: the program and what has to be known to use it. "cmake --install" lays
+# What is handed to a maker: the programs and what has to be known to use it. "cmake --install" lays
 # the files out, CPack packs them; all of them lie beside the main program once unpacked.
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
@@ -10,6 +10,8 @@ string(APPEND sample ".sample${extension}")
 configure_file(resources/data_file.sample.txt "generated/${sample}" @ONLY NEWLINE_STYLE DOS)
 
 install(PROGRAMS $<TARGET_FILE:swiftpatch> DESTINATION . RENAME "${brand_SWIFTPATCH_UPDATER_FILE}")
+install(PROGRAMS $<TARGET_FILE:swiftpatch-unattended> DESTINATION .
+    RENAME "${brand_SWIFTPATCH_UNATTENDED_FILE}")
 install(FILES resources/filecopy.avi DESTINATION . RENAME "${brand_SWIFTPATCH_ANIMATION_FILE}")
 install(FILES "${PROJECT_BINARY_DIR}/generated/${sample}" LICENSE DESTINATION .)
 install(FILES docs/deploying.md docs/publishing.md DESTINATION docs)

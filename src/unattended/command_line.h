@@ -13,7 +13,7 @@ struct CommandLine {
     bool quiet = false;
     bool help = false;
     bool version = false;
-    std::string unknown;  ///< The first argument that is none of these; empty for none.
+    std::string unknown{};  ///< The first argument that is none of these; empty for none.
 };
 
 CommandLine ReadCommandLine(const std::vector<std::string>& arguments);

@@ -9,12 +9,12 @@ namespace swiftpatch {
 
 /// What is known of a run once it has ended.
 struct Ending {
-    bool otherUpdater = false;          ///< One was there before.
-    bool programReplaced = false;       ///< The main program is another file than before.
-    bool updateReady = false;           ///< A check found what a run would install or fetch.
-    std::optional<ExitStatus> failure;  ///< What the program reported.
+    bool otherUpdater = false;     ///< One was there before.
+    bool programReplaced = false;  ///< The main program has become the build that was fetched.
+    bool updateReady = false;      ///< A check found what a run would install or fetch.
+    std::optional<ExitStatus> failure{};  ///< What the program reported.
     /// The number of the error by which the request for the build failed without a report.
-    std::optional<std::int32_t> failedRequest;
+    std::optional<std::int32_t> failedRequest{};
     bool finished = false;  ///< The window was left with nothing to be done.
 };
 

@@ -53,7 +53,8 @@ struct ErrorRow {
 /// What is read from the server and cannot be is a mistake of its own; what the disk refuses is a
 /// file's. Any other number is one that nobody has thought of.
 constexpr std::array kErrors{
-    ErrorRow{error_number::kInvalidProcedureCall, error_number::kTypeMismatch,
+    ErrorRow{error_number::kInvalidProcedureCall, error_number::kOverflow, ExitStatus::kBadServer},
+    ErrorRow{error_number::kSubscriptOutOfRange, error_number::kTypeMismatch,
              ExitStatus::kBadServer},
     ErrorRow{error_number::kBadFileNameOrNumber, error_number::kPathNotFound, ExitStatus::kDisk},
     ErrorRow{error_number::kMalformedUrl, error_number::kMalformedUrl, ExitStatus::kBadServer},

@@ -42,14 +42,14 @@ std::string Hex(char16_t unit) {
 Reporter::Reporter(ReportTarget target, Form form, bool quiet)
     : target_(std::move(target)), form_(form), quiet_(quiet) {}
 
-bool Reporter::Step(const std::string& control, const std::string& text) {
+bool Reporter::Step(const std::string& part, const std::string& text) {
     const std::string line = OneLine(text);
-    if (line.empty() || IsPercentage(line) || shown_[control] == line) {
+    if (line.empty() || IsPercentage(line) || shown_[part] == line) {
         return false;
     }
-    shown_[control] = line;
+    shown_[part] = line;
     if (form_ == Form::kJson) {
-        WriteJson("step", {{"control", JsonText(control)}, {"text", JsonText(line)}});
+        WriteJson("step", {{"part", JsonText(part)}, {"text", JsonText(line)}});
     } else if (!quiet_) {
         WriteLine(line);
     }

@@ -26,9 +26,9 @@ public:
 
     Reporter(ReportTarget target, Form form, bool quiet);
 
-    /// A control of the window shows another text. Says nothing of an empty text, of one that it
-    /// said last of this control, and of a percentage. True when a line was written.
-    bool Step(const std::string& control, const std::string& text);
+    /// A part of the window shows another text. Says nothing of an empty text, of one that it
+    /// said last of this part, and of a percentage. True when a line was written.
+    bool Step(const std::string& part, const std::string& text);
     void Progress(std::int32_t percent);
     void Asked(const Question& question, const std::string& answer, bool known);
     void Request(const std::string& verb, const std::string& url);

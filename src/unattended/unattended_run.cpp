@@ -63,17 +63,19 @@ void UnattendedRun::Saw(const Component& component, PropertyId id) {
     if (window == nullptr) {
         return;
     }
-    for (const Label* label : {&window->lblVersion, &window->lblAnimationMsg, &window->lblStatus,
-                               &window->lblTolvexVersion}) {
-        const bool text = id == PropertyId::kCaption || id == PropertyId::kVisible;
+    const bool text = id == PropertyId::kCaption || id == PropertyId::kVisible;
+    const std::array labels{
+        std::pair{&window->lblVersion, "version"}, std::pair{&window->lblAnimationMsg, "message"},
+        std::pair{&window->lblStatus, "status"}, std::pair{&window->lblTolvexVersion, "offer"}};
+    for (const auto& [label, name] : labels) {
         if (&component == label && text && label->Visible) {
-            SawText(label->Name(), label->Caption);
+            SawText(name, label->Caption);
         }
     }
     if (&component == window && id == PropertyId::kCaption) {
-        SawText(window->Name(), window->Caption);
+        SawText("title", window->Caption);
     } else if (&component == &window->txtDebug) {
-        SawText(window->txtDebug.Name(), window->txtDebug.Text);
+        SawText("report", window->txtDebug.Text);
     } else if (&component == &window->ProgressBar1 && id == PropertyId::kValue) {
         const std::int32_t percent = window->ProgressBar1.Value;
         if (percent > percent_) {
@@ -84,8 +86,8 @@ void UnattendedRun::Saw(const Component& component, PropertyId id) {
     }
 }
 
-void UnattendedRun::SawText(const std::string& control, const std::string& text) {
-    if (reporter_.Step(control, text)) {
+void UnattendedRun::SawText(const std::string& part, const std::string& text) {
+    if (reporter_.Step(part, text)) {
         Progressed();
     }
 }
@@ -236,8 +238,9 @@ bool UnattendedRun::MayRequest(const std::string& url, const std::string& verb) 
 
 ExitStatus UnattendedRun::Status() {
     ending_.otherUpdater = App::PrevInstance();
-    ending_.programReplaced =
-        StateOf(AppFile(kMainProgram)) != before_ && StateOf(AppFile(kMainProgram)).has_value();
+    // A copy has the time of what it was made from.
+    const FileState now = StateOf(AppFile(kMainProgram));
+    ending_.programReplaced = now && now != before_ && now == StateOf(AppFile(kStagedBuild));
     return StatusOf(ending_);
 }
 

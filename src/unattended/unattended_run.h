@@ -48,7 +48,7 @@ private:
     void Fail(const Judgement& judgement);
     bool ProgramMayBeClosed() const;
     void Leave(frmSwiftPatch& window);
-    void SawText(const std::string& control, const std::string& text);
+    void SawText(const std::string& part, const std::string& text);
     void Progressed();
 
     const CommandLine line_;

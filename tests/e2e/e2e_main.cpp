@@ -6,12 +6,14 @@
 
 #include "e2e/options.h"
 #include "e2e/scenario_run.h"
+#include "e2e/unattended_scenario.h"
 
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
     try {
         swiftpatch::e2e::TestOptions() = swiftpatch::e2e::ReadOptions(argc, argv);
-        swiftpatch::e2e::RegisterScenarios(swiftpatch::e2e::TestOptions().scenarios);
+        swiftpatch::e2e::RegisterScenarios();
+        swiftpatch::e2e::RegisterUnattendedScenarios();
     } catch (const std::exception& error) {
         std::fprintf(stderr, "e2e_tests: %s\n", error.what());
         return 2;

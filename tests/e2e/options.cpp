@@ -76,6 +76,7 @@ Options ReadOptions(int count, char** arguments) {
             throw DriveError("unknown argument " + argument);
         }
     }
+    options.unattended = options.updater.parent_path() / "swiftpatch-unattended.exe";
     if (options.seed == 0) {
         options.seed = GetTickCount();
     }

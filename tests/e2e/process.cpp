@@ -45,7 +45,7 @@ bool Runs(DWORD id, const std::filesystem::path& program) {
 }  // namespace
 
 Process::Process(const std::filesystem::path& program, const std::wstring& arguments,
-                 const std::string& httpProxy)
+                 const std::string& httpProxy, HANDLE output)
     : program_(program) {
     std::wstring commandLine = L"\"" + program.native() + L"\"";
     if (!arguments.empty()) {
@@ -54,10 +54,15 @@ Process::Process(const std::filesystem::path& program, const std::wstring& argum
     std::wstring surroundings = Surroundings(httpProxy);
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
+    if (output != nullptr) {
+        startup.dwFlags = STARTF_USESTDHANDLES;
+        startup.hStdOutput = output;
+        startup.hStdError = output;
+    }
     PROCESS_INFORMATION made = {};
-    if (CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
-                       CREATE_UNICODE_ENVIRONMENT, surroundings.data(),
-                       program.parent_path().c_str(), &startup, &made) == 0) {
+    if (CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr,
+                       output == nullptr ? FALSE : TRUE, CREATE_UNICODE_ENVIRONMENT,
+                       surroundings.data(), program.parent_path().c_str(), &startup, &made) == 0) {
         throw DriveError("cannot start " + PathText(program) + ": system error " +
                          std::to_string(GetLastError()));
     }

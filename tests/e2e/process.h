@@ -14,8 +14,9 @@ class Process {
 public:
     /// Starts `program` in its own folder. The settings of the surroundings that could send its
     /// requests elsewhere are kept from it; `httpProxy` ("127.0.0.1:port") gives it one of ours.
+    /// What it writes goes to `output`, which it inherits, unless that is null.
     explicit Process(const std::filesystem::path& program, const std::wstring& arguments = {},
-                     const std::string& httpProxy = {});
+                     const std::string& httpProxy = {}, HANDLE output = nullptr);
     /// Takes over a running program by the number of its process.
     explicit Process(DWORD id);
     ~Process();

@@ -74,23 +74,31 @@ void ScenarioRun::TestBody() {
             updater_->Running().Kill();
         }
     }
-    held_.clear();
-    locked_.reset();
+    LetGo();
     running_.reset();
 }
 
-void ScenarioRun::Play() {
+bool ScenarioRun::Prepare() {
     Installed("3.0.11.0");
     for (const Line& line : row_.given) {
         Do(line, Actions());
     }
-    if (IsSkipped()) {
-        return;
-    }
-    if (HasFailure()) {
-        return;
+    if (IsSkipped() || HasFailure()) {
+        return false;
     }
     PrepareServer();
+    return true;
+}
+
+void ScenarioRun::LetGo() {
+    held_.clear();
+    locked_.reset();
+}
+
+void ScenarioRun::Play() {
+    if (!Prepare()) {
+        return;
+    }
     Start();
     // On a machine with much else to do the start alone can take longer than any later stage.
     WaitUntil(
@@ -105,8 +113,7 @@ void ScenarioRun::Play() {
             return;
         }
     }
-    held_.clear();
-    locked_.reset();
+    LetGo();
     for (const Line& line : row_.checks) {
         Do(line, Actions());
     }
@@ -152,15 +159,19 @@ std::string ScenarioRun::NamedFolder() const {
     return named_ ? "https://" + named_->Host() + "/upd/" : ServerFolder();
 }
 
-void RegisterScenarios(const std::filesystem::path& folder) {
+const Table& ScenarioTable() {
     // Lives as long as the tests, which refer to it.
-    static const Table kTable(folder);
-    for (const Row& row : kTable.Rows()) {
+    static const Table kTable(TestOptions().scenarios);
+    return kTable;
+}
+
+void RegisterScenarios() {
+    for (const Row& row : ScenarioTable().Rows()) {
         if (row.onProgram) {
             ::testing::RegisterTest(
                 "Scenario", row.name.c_str(), nullptr, nullptr, row.line.file.c_str(),
                 row.line.number,
-                [&row]() -> ::testing::Test* { return new ScenarioRun(kTable, row); });
+                [&row]() -> ::testing::Test* { return new ScenarioRun(ScenarioTable(), row); });
         }
     }
 }

@@ -23,15 +23,28 @@ public:
     ScenarioRun(const scenarios::Table& table, const scenarios::Row& row)
         : table_(table), row_(row) {}
 
-private:
+protected:
     using Line = scenarios::Line;
+
+    void TestBody() override;
+    /// Puts into the folder and onto the server what the row says; false where the row cannot be
+    /// run here.
+    bool Prepare();
+    /// Lets go of what the row keeps from the program.
+    void LetGo();
+    /// Does what a line says; a failure in it is reported with the line's place.
+    void Do(const Line& line) { Do(line, Actions()); }
+    std::string WithNames(std::string text);
+
+    const scenarios::Table& table_;
+    const scenarios::Row& row_;
+
+private:
     using Action = void (ScenarioRun::*)(const std::string&);
     /// The method and the name of the file that a request is about.
     using RequestKind = std::pair<std::string, std::string>;
 
-    void TestBody() override;
-    void Play();
-    /// Does what a line says; a failure in it is reported with the line's place.
+    virtual void Play();
     void Do(const Line& line, const std::map<std::string, Action>& actions);
     static const std::map<std::string, Action>& Actions();
 
@@ -82,14 +95,11 @@ private:
     void CheckStarted(const std::string& yesOrNo);
 
     std::string Content(const std::string& description) const;
-    std::string WithNames(std::string text);
     /// The server folder as the data file names it.
     std::string NamedFolder() const;
     std::vector<std::string> RequestsSeen() const;
     void KeepPicture();
 
-    const scenarios::Table& table_;
-    const scenarios::Row& row_;
     std::string offered_ = "3.0.12.5";
     bool signed_ = false;
     HttpServer other_{2};
@@ -103,7 +113,10 @@ private:
     std::unique_ptr<ScreenPicture> picture_;  ///< The last one before a step that ends something.
 };
 
-/// Makes a test of every row of the folder's tables that runs on the real program.
-void RegisterScenarios(const std::filesystem::path& folder);
+/// The tables that the options name.
+const scenarios::Table& ScenarioTable();
+
+/// Makes a test of every row that runs on the real program.
+void RegisterScenarios();
 
 }  // namespace swiftpatch::e2e
