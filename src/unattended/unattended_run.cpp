@@ -20,6 +20,12 @@ constexpr std::uint32_t kSilence = 3000;
 /// all a hundredth of a large build takes less than this.
 constexpr std::uint32_t kLongestStandstill = 10 * 60 * 1000;
 
+/// A label and what its text is called in the lines.
+struct ShownLabel {
+    const Label* label;
+    const char* name;
+};
+
 /// The window, once it is there.
 frmSwiftPatch* Window() {
     return frmSwiftPatch::Instance.Exists() ? &frmSwiftPatch::Instance.Get() : nullptr;
@@ -65,8 +71,11 @@ void UnattendedRun::Saw(const Component& component, PropertyId id) {
     }
     const bool text = id == PropertyId::kCaption || id == PropertyId::kVisible;
     const std::array labels{
-        std::pair{&window->lblVersion, "version"}, std::pair{&window->lblAnimationMsg, "message"},
-        std::pair{&window->lblStatus, "status"}, std::pair{&window->lblTolvexVersion, "offer"}};
+        ShownLabel{&window->lblVersion, "version"},
+        ShownLabel{&window->lblAnimationMsg, "message"},
+        ShownLabel{&window->lblStatus, "status"},
+        ShownLabel{&window->lblTolvexVersion, "offer"},
+    };
     for (const auto& [label, name] : labels) {
         if (&component == label && text && label->Visible) {
             SawText(name, label->Caption);

@@ -13,8 +13,7 @@ using std::chrono::duration_cast;
 using std::chrono::steady_clock;
 
 UnattendedProcess::UnattendedProcess(const std::filesystem::path& program,
-                                     const std::wstring& arguments)
-    : heard_(steady_clock::now()) {
+                                     const std::wstring& arguments) {
     SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
     HANDLE write = nullptr;
     if (CreatePipe(&read_, &write, &inherited, 0) == 0) {
@@ -35,13 +34,26 @@ UnattendedProcess::~UnattendedProcess() {
 }
 
 // What the system starts beside a console program can keep the other end of the pipe open: so the
-// end of what comes is that of the process.
+// end of what comes is that of the process. A machine with much else to do lets this thread wait,
+// too: only the looks of this thread make the silence longer, each by a little.
 void UnattendedProcess::ReadOn() {
+    constexpr milliseconds kBetweenLooks{5};
+    constexpr milliseconds kLook{20};
+    SteadyTime last = steady_clock::now();
     for (bool running = true; running;) {
         running = process_->Running();
-        if (!ReadWhatIsThere() && running) {
-            std::this_thread::sleep_for(milliseconds(5));
+        if (ReadWhatIsThere()) {
+            quiet_ = milliseconds(0);
+        } else if (running) {
+            std::this_thread::sleep_for(kBetweenLooks);
         }
+        const SteadyTime now = steady_clock::now();
+        if (!IsTransferring()) {
+            quiet_ += std::min(duration_cast<milliseconds>(now - last), kLook);
+        }
+        last = now;
+        const std::lock_guard lock(mutex_);
+        silence_ = std::max(silence_, quiet_);
     }
 }
 
@@ -52,11 +64,6 @@ bool UnattendedProcess::ReadWhatIsThere() {
     while (PeekNamedPipe(read_, nullptr, 0, nullptr, &count, nullptr) != 0 && count != 0 &&
            ReadFile(read_, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr) != 0) {
         const std::lock_guard lock(mutex_);
-        const SteadyTime now = steady_clock::now();
-        if (!IsTransferring()) {
-            silence_ = std::max(silence_, duration_cast<milliseconds>(now - heard_));
-        }
-        heard_ = now;
         output_.append(bytes.data(), count);
         any = true;
     }
@@ -65,10 +72,14 @@ bool UnattendedProcess::ReadWhatIsThere() {
 
 // What was said last is that something was asked for, or that it comes.
 bool UnattendedProcess::IsTransferring() const {
-    const std::size_t line = output_.rfind("{\"event\":");
-    return line != std::string::npos && (output_.compare(line + 9, 9, "\"request\"") == 0 ||
-                                         output_.compare(line + 9, 10, "\"progress\"") == 0 ||
-                                         output_.compare(line + 9, 9, "\"waiting\"") == 0);
+    constexpr std::array kEvents{"\"request\"", "\"progress\"", "\"waiting\""};
+    const std::string start = "{\"event\":";
+    const std::size_t line = output_.rfind(start);
+    return output_.empty() ||
+           (line != std::string::npos &&
+            std::any_of(kEvents.begin(), kEvents.end(), [&](const char* event) {
+                return BeginsWith(std::string_view(output_).substr(line + start.size()), event);
+            }));
 }
 
 DWORD UnattendedProcess::AwaitEnd(milliseconds limit) {

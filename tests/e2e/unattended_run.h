@@ -55,7 +55,7 @@ private:
     std::unique_ptr<Process> process_;
     mutable std::mutex mutex_;
     std::string output_;
-    SteadyTime heard_;
+    milliseconds quiet_{0};  ///< Since the last line.
     milliseconds silence_{0};
     std::thread reader_;
 };

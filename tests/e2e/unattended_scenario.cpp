@@ -89,18 +89,17 @@ std::optional<DWORD> ExpectedStatus(const Row& row) {
             : line.word == "box"   ? StatusIn(StatusOfBox(), BoxOf(line))
             : line.word == "shows" ? StatusIn(StatusOfText(), line.rest)
                                    : std::nullopt;
-        // What is wrong with a server is told in the report: it is there, so it is no connection
-        // that is missing.
-        if (line.word == "report" && status == unattended::kNoConnection) {
-            status = unattended::kBadServer;
-        }
         // The window says that all is well after a copy that failed, too.
         const bool failedCopy = status == unattended::kDisk && line.rest == kInstalledShown;
         if (next && !failedCopy) {
             status = next;
         }
     }
-    return status;
+    // What is wrong with a server is told in the report: it is there, so it is no connection that
+    // is missing.
+    const bool reported = std::any_of(row.steps.begin(), row.steps.end(),
+                                      [](const Line& line) { return line.word == "report"; });
+    return reported && status == unattended::kNoConnection ? unattended::kBadServer : status;
 }
 
 bool HasStep(const Row& row, const std::string& word, const std::string& rest) {
