@@ -1,5 +1,6 @@
 #include "unattended/known_questions.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <optional>
@@ -88,12 +89,11 @@ ExitStatus StatusOf(const KnownQuestion& known, const std::string& text) {
 }  // namespace
 
 Judgement Judge(const Question& question) {
-    for (const KnownQuestion& known : kQuestions) {
-        if (Fits(known, question)) {
-            return {known.meaning, StatusOf(known, question.text)};
-        }
-    }
-    return {};
+    const auto* const known =
+        std::find_if(kQuestions.begin(), kQuestions.end(),
+                     [&question](const KnownQuestion& each) { return Fits(each, question); });
+    return known == kQuestions.end() ? Judgement{}
+                                     : Judgement{known->meaning, StatusOf(*known, question.text)};
 }
 
 MsgBoxAnswer SafeAnswer(const Question& question) {

@@ -19,13 +19,16 @@ std::string TextOn(const Form& form) {
     return text;
 }
 
+bool IsCancel(const Control* control) {
+    return control->Kind() == ComponentKind::kCommandButton &&
+           static_cast<const CommandButton*>(control)->Cancel;
+}
+
 void PressCancel(const Form& form) {
-    for (Control* control : form.Controls()) {
-        if (control->Kind() == ComponentKind::kCommandButton &&
-            static_cast<CommandButton*>(control)->Cancel) {
-            static_cast<CommandButton*>(control)->RaiseClick();
-            return;
-        }
+    const auto& controls = form.Controls();
+    const auto found = std::find_if(controls.begin(), controls.end(), IsCancel);
+    if (found != controls.end()) {
+        static_cast<CommandButton*>(*found)->RaiseClick();
     }
 }
 
