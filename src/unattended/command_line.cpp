@@ -20,6 +20,7 @@ constexpr std::array kOptions{
            "say whether there is an update; change nothing and fetch no build"},
     Option{"--close-program", &CommandLine::closeProgram,
            "close " SWIFTPATCH_RUNNING_NAME " where that is needed, and start it again"},
+    Option{"--go-back", &CommandLine::goBack, "go back to the build that was installed before"},
     Option{"--json", &CommandLine::json, "write one JSON object a line"},
     Option{"--quiet", &CommandLine::quiet, "write only the last line"},
     Option{"--help", &CommandLine::help, "write this"},
@@ -41,6 +42,9 @@ CommandLine ReadCommandLine(const std::vector<std::string>& arguments) {
         } else if (line.unknown.empty()) {
             line.unknown = argument.empty() ? "\"\"" : argument;
         }
+    }
+    if (line.check && line.goBack && line.unknown.empty()) {
+        line.unknown = "--check with --go-back";
     }
     return line;
 }

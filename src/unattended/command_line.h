@@ -9,11 +9,12 @@ namespace swiftpatch {
 struct CommandLine {
     bool check = false;
     bool closeProgram = false;
+    bool goBack = false;
     bool json = false;
     bool quiet = false;
     bool help = false;
     bool version = false;
-    std::string unknown{};  ///< The first argument that is none of these; empty for none.
+    std::string unknown{};  ///< What cannot be understood of the arguments; empty for nothing.
 };
 
 CommandLine ReadCommandLine(const std::vector<std::string>& arguments);

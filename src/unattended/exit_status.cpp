@@ -17,7 +17,7 @@ struct StatusRow {
 
 constexpr std::array kStatuses{
     StatusRow{ExitStatus::kNothingToDo, "nothing-to-do", SWIFTPATCH_NAME_IN_TEXT " is up to date."},
-    StatusRow{ExitStatus::kInstalled, "installed", "The update was installed."},
+    StatusRow{ExitStatus::kInstalled, "installed", "The build was installed."},
     StatusRow{ExitStatus::kReady, "ready", "An update is ready to be installed."},
     StatusRow{ExitStatus::kNoConnection, "no-connection",
               "There is no connection to the update server."},

@@ -46,6 +46,10 @@ constexpr std::array kQuestions{
     KnownQuestion{kFailureForm, kAnyTitle, kAnyText, Meaning::kFailure, ExitStatus::kInternal},
 
     KnownQuestion{kMessageBox, "Confirm Exit", kAnyText, Meaning::kExit, {}},
+    KnownQuestion{kMessageBox, kAnyTitle, "Go back from version ", Meaning::kWantsToGoBack, {}},
+    KnownQuestion{kMessageBox, kAnyTitle, "There is no earlier version of ", Meaning::kNews, {}},
+    KnownQuestion{kMessageBox, kAnyTitle, "Cannot go back while ", Meaning::kStillRunning, {}},
+    KnownQuestion{kMessageBox, kAnyTitle, "Go Back Error!", Meaning::kFailure, ExitStatus::kDisk},
     KnownQuestion{
         kMessageBox, kAnyTitle, "Should I close the program ", Meaning::kWantsToClose, {}},
     KnownQuestion{kMessageBox, kAnyTitle, " is still running.", Meaning::kStillRunning, {}},

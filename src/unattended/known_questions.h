@@ -9,8 +9,9 @@ namespace swiftpatch {
 
 /// What a question of the program is about.
 enum class Meaning {
-    kNews,          ///< Says something; the run goes on.
-    kFailure,       ///< Ends the run, or what it was for.
+    kNews,     ///< Says something; the run goes on.
+    kFailure,  ///< Ends the run, or what it was for.
+    kWantsToGoBack,
     kWantsToClose,  ///< Whether the main program may be closed.
     kStillRunning,  ///< Nothing is installed because the main program runs.
     kExit,          ///< Whether an unfinished run may end.

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "install/go_back.h"
+#include "install/modVersion.h"
 #include "mainwindow/frmSwiftPatch.h"
 #include "runtime/clock.h"
 #include "runtime/desktop.h"
@@ -58,16 +60,20 @@ UnattendedRun::FileState UnattendedRun::StateOf(const std::string& path) {
 }
 
 void UnattendedRun::Loads(const Form& form) {
-    // The settings have been read by now; that of this run comes before the data file's.
-    if (line_.check && form.Name() == "frmSwiftPatch") {
-        shared.InstallAtOnce = false;
+    // The settings have been read by now; those of this run come before the data file's.
+    if (form.Name() == "frmSwiftPatch") {
+        shared.InstallAtOnce = shared.InstallAtOnce && !line_.check;
+        shared.OfferBackups = shared.OfferBackups || line_.goBack;
     }
 }
 
 void UnattendedRun::Saw(const Component& component, PropertyId id) {
-    const frmSwiftPatch* const window = Window();
+    frmSwiftPatch* const window = Window();
     if (window == nullptr) {
         return;
+    }
+    if (&component == &window->tmrCheckVersion && line_.goBack) {
+        window->tmrCheckVersion.Enabled = false;
     }
     const bool text = id == PropertyId::kCaption || id == PropertyId::kVisible;
     const std::array labels{
@@ -118,6 +124,8 @@ MsgBoxAnswer UnattendedRun::AnswerTo(const Question& question, const Judgement& 
     switch (judgement.meaning) {
         case Meaning::kExit:
             return MsgBoxAnswer::kYes;
+        case Meaning::kWantsToGoBack:
+            return line_.goBack ? MsgBoxAnswer::kYes : MsgBoxAnswer::kNo;
         case Meaning::kWantsToClose:
             closing_ = ProgramMayBeClosed();
             return closing_ ? MsgBoxAnswer::kYes : MsgBoxAnswer::kNo;
@@ -155,8 +163,10 @@ bool UnattendedRun::Rest() {
     if (window == nullptr || window->Inet1.StillExecuting()) {
         return false;
     }
-    if (!line_.check && OffersInstall(*window) && !pressedInstall_) {
-        pressedInstall_ = true;
+    if (line_.goBack && !pressed_) {
+        GoBack(*window);
+    } else if (!line_.check && !pressed_ && OffersUpdate(*window)) {
+        pressed_ = true;
         window->cmdInstall.RaiseClick();
     } else {
         Leave(*window);
@@ -164,12 +174,26 @@ bool UnattendedRun::Rest() {
     return true;
 }
 
+bool UnattendedRun::OffersUpdate(const frmSwiftPatch& window) {
+    return OffersInstall(window) &&
+           !WasGoneBackFrom(modVersion::ReadFileVersion(AppFile(kStagedBuild)).ProductVersion);
+}
+
+void UnattendedRun::GoBack(frmSwiftPatch& window) {
+    pressed_ = true;
+    const std::string backup = FindBackup();
+    window.cmdClose.Enabled = true;  // Nothing has begun that could be unfinished.
+    window.cmdGoBack.Click();
+    wentBack_ = !backup.empty() && InstalledProductVersion() == backup;
+}
+
 void UnattendedRun::Leave(frmSwiftPatch& window) {
     if (window.downloadMode == DownloadMode::kBuild) {
         ending_.failedRequest = window.Inet1.ResponseCode();
     }
-    ending_.updateReady = line_.check && OffersInstall(window);
-    ending_.finished = window.cmdClose.Enabled && !OffersInstall(window);
+    const bool offered = OffersUpdate(window);
+    ending_.updateReady = line_.check && offered;
+    ending_.finished = window.cmdClose.Enabled && !offered;
     if (!window.cmdClose.Enabled && !ending_.failure) {
         ending_.failure =
             ExitStatus::kBadServer;  // It has sent a build that says nothing of itself.
@@ -194,10 +218,11 @@ void UnattendedRun::Look() {
     }
 }
 
-/// Only where there is something to install: a run that finds nothing new leaves the program alone.
+/// Only where there is something to put in its place: a run that finds nothing new leaves the
+/// program alone.
 bool UnattendedRun::ProgramMayBeClosed() const {
     const frmSwiftPatch* const window = Window();
-    return line_.closeProgram && window != nullptr && OffersInstall(*window);
+    return line_.closeProgram && window != nullptr && (OffersInstall(*window) || line_.goBack);
 }
 
 bool UnattendedRun::MaySend(WindowHandle window) {
@@ -249,7 +274,8 @@ ExitStatus UnattendedRun::Status() {
     ending_.otherUpdater = App::PrevInstance();
     // A copy has the time of what it was made from.
     const FileState now = StateOf(AppFile(kMainProgram));
-    ending_.programReplaced = now && now != before_ && now == StateOf(AppFile(kStagedBuild));
+    ending_.programReplaced =
+        now && now != before_ && (wentBack_ || now == StateOf(AppFile(kStagedBuild)));
     return StatusOf(ending_);
 }
 

@@ -17,7 +17,10 @@ namespace swiftpatch {
 class frmSwiftPatch;
 
 /// The person of a run that nobody watches: looks at the window's controls, answers what is asked,
-/// presses Install once it is offered, closes the window when nothing goes on by itself.
+/// presses Install once it is offered, closes the window when nothing goes on by itself. A build
+/// that somebody has gone back from is not pressed Install for.
+///
+/// The way back needs no check: that never begins, and the button is pressed in its place.
 ///
 /// A check changes nothing: what the program deletes counts as gone from then on and stays on the
 /// disk, and the run ends where it would fetch the build.
@@ -47,6 +50,8 @@ private:
     MsgBoxAnswer AnswerTo(const Question& question, const Judgement& judgement);
     void Fail(const Judgement& judgement);
     bool ProgramMayBeClosed() const;
+    static bool OffersUpdate(const frmSwiftPatch& window);
+    void GoBack(frmSwiftPatch& window);
     void Leave(frmSwiftPatch& window);
     void SawText(const std::string& part, const std::string& text);
     void Progressed();
@@ -55,7 +60,8 @@ private:
     Reporter& reporter_;
     const FileState before_;
     Ending ending_;
-    bool pressedInstall_ = false;
+    bool pressed_ = false;  ///< Install, or the button of the way back.
+    bool wentBack_ = false;
     bool closing_ = false;   ///< The main program has been told to close, and may come again.
     WindowHandle told_ = 0;  ///< The last window that was.
     std::set<std::string> gone_;

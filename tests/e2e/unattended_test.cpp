@@ -48,7 +48,7 @@ TEST_F(Unattended, FetchesAndInstallsAndStartsNothing) {
     EXPECT_TRUE(Said("checking connection to q-tolvex servers..."));
     EXPECT_TRUE(Said("You have installed the latest version of q-tolvex."));
     EXPECT_FALSE(Said(" %")) << "progress is for a terminal";
-    EXPECT_EQ(lines_.back(), "Status 10: The update was installed.");
+    EXPECT_EQ(lines_.back(), "Status 10: The build was installed.");
     ExpectRequests(
         {"HEAD tolvex30.exe", "HEAD tolvex30.exe", "HEAD tolvex30.exe", "GET tolvex30.exe"});
     ExpectFiles({kBackupCreated, "changed tolvex.exe", "created tolvex30.exe"});
@@ -66,7 +66,7 @@ TEST_F(Unattended, TheNextRunHasNothingToDo) {
 TEST_F(Unattended, InQuietSaysOnlyHowItEnded) {
     Prepare();
     EXPECT_EQ(Run(L"--quiet"), kInstalled);
-    EXPECT_EQ(lines_, std::vector<std::string>{"Status 10: The update was installed."});
+    EXPECT_EQ(lines_, std::vector<std::string>{"Status 10: The build was installed."});
 }
 
 TEST_F(Unattended, WritesProgressForMachines) {
@@ -75,7 +75,7 @@ TEST_F(Unattended, WritesProgressForMachines) {
     EXPECT_TRUE(Said("{\"event\":\"progress\",\"percent\":"));
     EXPECT_EQ(lines_.back(),
               "{\"event\":\"end\",\"status\":10,\"name\":\"installed\","
-              "\"text\":\"The update was installed.\"}");
+              "\"text\":\"The build was installed.\"}");
 }
 
 TEST_F(Unattended, CheckFetchesNoBuildAndLeavesNoFile) {
@@ -254,6 +254,59 @@ TEST_F(Unattended, KeepsTheOneWithAWindowFromStarting) {
     const Process second(folder_->Updater());
     EXPECT_TRUE(second.WaitForEnd(kSoon));
     EXPECT_EQ(run.AwaitEnd(kSoon), kInstalled);
+}
+
+class UnattendedWayBack : public Unattended {
+protected:
+    UnattendedWayBack() {
+        Prepare();
+        Install("3.0.12.5");
+        Stage("3.0.12.5", kServerTime + std::chrono::hours(24));
+        folder_->Write("tolvex.3.00.11.00.exe", Build("3.0.11.0"));
+        folder_->WriteSettings(ServerFolder(), "OfferBackups=1\r\n");
+    }
+};
+
+TEST_F(UnattendedWayBack, GoesBackWithoutAServerAndStaysThere) {
+    EXPECT_EQ(Run(L"--json --go-back"), kInstalled);
+    EXPECT_TRUE(Said("You are back at version 3.00.11.00."));
+    ExpectRequests({});
+    ExpectFiles({"changed tolvex.exe", "created tolvex.3.00.12.05.exe"});
+    EXPECT_TRUE(folder_->Read("tolvex.exe") == Build("3.0.11.0"));
+
+    EXPECT_EQ(Run(), kNothingToDo);
+    EXPECT_TRUE(Said("You went back from version 3.00.12.05."));
+    ExpectFiles({});
+    EXPECT_EQ(Run(L"--json --check"), kNothingToDo);
+    EXPECT_EQ(Run(L"--json --go-back"), kNothingToDo) << "there is nothing below";
+    ExpectFiles({});
+}
+
+TEST_F(UnattendedWayBack, LeavesARunningProgramAlone) {
+    const MainProgram running = StartElsewhere(L"");
+    EXPECT_EQ(Run(L"--json --go-back"), kProgramRunning);
+    EXPECT_EQ(EventsElsewhere(), 0U) << "it was told to close";
+    ExpectFiles({});
+}
+
+TEST_F(UnattendedWayBack, ClosesTheProgramWhereItMay) {
+    LetMainProgramRecord();
+    const MainProgram running(folder_->File("tolvex.exe"), L"--record");
+    EXPECT_EQ(Run(L"--json --go-back --close-program"), kInstalled);
+    EXPECT_TRUE(running.Running().WaitForEnd(kSoon));
+    EXPECT_TRUE(folder_->Read("tolvex.exe") == Build("3.0.11.0"));
+    EndStartedMainProgram();
+}
+
+TEST_F(UnattendedWayBack, OfAHeldProgramChangesNothing) {
+    const HeldFile held(folder_->File("tolvex.exe"));
+    EXPECT_EQ(Run(L"--json --go-back"), kDisk);
+    EXPECT_TRUE(folder_->Read("tolvex.3.00.11.00.exe") == Build("3.0.11.0"));
+}
+
+TEST_F(UnattendedWayBack, IsNoCheck) {
+    EXPECT_EQ(Run(L"--check --go-back"), kUsage);
+    ExpectFiles({});
 }
 
 TEST_F(Unattended, RefusesAnUnknownArgument) {

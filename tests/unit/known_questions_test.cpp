@@ -67,6 +67,18 @@ TEST(KnownQuestions, BothErrorsOfAnInstallAreToldApart) {
         ExitStatus::kNotSigned);
 }
 
+TEST(KnownQuestions, ThoseOfTheWayBackAreToldApart) {
+    EXPECT_EQ(Judge(Box("Go back from version 3.00.12.05 to version 3.00.11.00?")).meaning,
+              Meaning::kWantsToGoBack);
+    const std::string start = "Go Back Error!\r\n\r\n";
+    EXPECT_EQ(Judge(Box(start + "There is no earlier version of tolvex to go back to.")).meaning,
+              Meaning::kNews);
+    EXPECT_EQ(Judge(Box(start + "Cannot go back while Tolvex is still running.")).meaning,
+              Meaning::kStillRunning);
+    ExpectFailure(Box(start + "tolvex.exe backup File Copy Error: 61\r\nDisk full"),
+                  ExitStatus::kDisk);
+}
+
 TEST(KnownQuestions, AnUnknownOneIsUnknown) {
     EXPECT_EQ(Judge(Box("Would you like a newsletter?")).meaning, Meaning::kUnknown);
     EXPECT_EQ(Judge({"frmOther", "", ""}).meaning, Meaning::kUnknown);

@@ -74,7 +74,7 @@ TEST_F(ReporterTest, InQuietWritesTheEndAlone) {
     reporter.Asked({}, "OK", false);
     EXPECT_EQ(written_, "");
     reporter.End(ExitStatus::kInstalled);
-    EXPECT_EQ(written_, "Status 10: The update was installed.\r\n");
+    EXPECT_EQ(written_, "Status 10: The build was installed.\r\n");
 }
 
 TEST_F(ReporterTest, InQuietJsonWritesTheEndAlone) {

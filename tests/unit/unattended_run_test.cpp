@@ -138,6 +138,81 @@ TEST_F(UnattendedRunTest, TellsTheProgramToCloseOnlyWhereItMayAndOnceThereIsSome
     EXPECT_TRUE(Attend({.closeProgram = true}).MaySend(5));
 }
 
+/// A machine on which 3.0.12.5 took the place of 3.0.11.0.
+class UnattendedWayBack : public UnattendedRunTest {
+protected:
+    UnattendedWayBack() {
+        world.AddFile("tolvex.exe", installed);
+        world.AddFile("tolvex.3.00.11.00.exe", backup);
+        Offer(250000);
+    }
+
+    ExitStatus GoBack(bool closeProgram = false) {
+        UnattendedRun& run = Attend({.closeProgram = closeProgram, .goBack = true});
+        run.Loads(Window());
+        LoadWindow();
+        world.Dispatch([this, &run] { run.Saw(Window().tmrCheckVersion, PropertyId::kEnabled); });
+        for (int rests = 0; rests < 3 && !world.RunOver(); ++rests) {
+            world.Dispatch([&run] { run.Rest(); });
+            world.PumpFor(5000);
+        }
+        EXPECT_TRUE(world.RunOver());
+        EXPECT_FALSE(Requested(Head(kNewBuild))) << "the check has begun";
+        return run.Status();
+    }
+
+    const std::string installed = headless::Build("3.0.12.5", 250000);
+    const std::string backup = headless::Build("3.0.11.0", 240000);
+};
+
+TEST_F(UnattendedWayBack, PutsTheBackupInPlaceAndKeepsTheWayForward) {
+    EXPECT_EQ(GoBack(), ExitStatus::kInstalled);
+    EXPECT_TRUE(Content("tolvex.exe") == backup);
+    EXPECT_TRUE(Content("tolvex.3.00.12.05.exe") == installed);
+    EXPECT_EQ(written_.find("Confirm Exit"), std::string::npos) << written_;
+}
+
+TEST_F(UnattendedWayBack, WithoutABackupHasNothingToDo) {
+    world.disk.Remove(world.PathOf("tolvex.3.00.11.00.exe"));
+    EXPECT_EQ(GoBack(), ExitStatus::kNothingToDo);
+    EXPECT_TRUE(Content("tolvex.exe") == installed);
+}
+
+TEST_F(UnattendedWayBack, LeavesARunningProgramAlone) {
+    world.desktop.push_back({0x500, "q-Tolvex.exe", "q-Tolvex.exe", 0, false, {}});
+    EXPECT_EQ(GoBack(), ExitStatus::kProgramRunning);
+    EXPECT_TRUE(Content("tolvex.exe") == installed);
+}
+
+TEST_F(UnattendedWayBack, MayClose) {
+    UnattendedRun& run = Attend({.closeProgram = true, .goBack = true});
+    LoadWindow();
+    EXPECT_TRUE(run.MaySend(5));
+}
+
+TEST_F(UnattendedWayBack, ThatCannotBeCopiedIsTheDisk) {
+    world.disk.Find(world.PathOf("tolvex.exe"))->held = true;
+    EXPECT_EQ(GoBack(), ExitStatus::kDisk);
+    EXPECT_TRUE(Content("tolvex.exe") == installed);
+}
+
+TEST_F(UnattendedWayBack, WhatWasGoneBackFromIsNotInstalledAgain) {
+    shared.OfferBackups = true;
+    world.AddFile("tolvex.exe", backup);
+    world.AddFile("tolvex.3.00.12.05.exe", installed);
+    Stage("3.0.12.5", 250000, serverTime);
+    EXPECT_EQ(RunToTheEnd(), ExitStatus::kNothingToDo);
+    EXPECT_TRUE(Content("tolvex.exe") == backup);
+}
+
+TEST_F(UnattendedWayBack, WhatWasGoneBackFromIsNotReadyEither) {
+    shared.OfferBackups = true;
+    world.AddFile("tolvex.exe", backup);
+    world.AddFile("tolvex.3.00.12.05.exe", installed);
+    Stage("3.0.12.5", 250000, serverTime);
+    EXPECT_EQ(RunToTheEnd({.check = true}), ExitStatus::kNothingToDo);
+}
+
 TEST_F(UnattendedRunTest, AnswersAnUnknownQuestionSafelyAndSaysSo) {
     UnattendedRun& run = Attend();
     EXPECT_EQ(run.Answer({kMessageBox, "New", "Delete everything?", msgbox::kYesNo}),
