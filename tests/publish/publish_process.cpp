@@ -12,6 +12,8 @@ PublishProcess::PublishProcess(const std::vector<std::string>& arguments,
                                const std::function<void()>& prepare) {
     process_ = fork();
     if (process_ == 0) {
+        // Opened first: somebody else may have no right to the folder that it lies in.
+        const int program = open(SWIFTPATCH_PUBLISH, O_RDONLY | O_CLOEXEC);
         if (prepare) {
             prepare();
         }
@@ -19,14 +21,14 @@ PublishProcess::PublishProcess(const std::vector<std::string>& arguments,
         for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
             dup2(nowhere, stream);
         }
-        std::string program = SWIFTPATCH_PUBLISH;
+        std::string name = "publish";
         std::vector<std::string> copies = arguments;
-        std::vector<char*> texts{program.data()};
+        std::vector<char*> texts{name.data()};
         for (std::string& copy : copies) {
             texts.push_back(copy.data());
         }
         texts.push_back(nullptr);
-        execv(program.c_str(), texts.data());
+        fexecve(program, texts.data(), environ);
         _exit(127);
     }
 }
