@@ -18,6 +18,7 @@
 
 #include "runtime/clock.h"
 #include "runtime/events.h"
+#include "runtime/internal/consent.h"
 #include "runtime/internal/http_headers.h"
 #include "runtime/internal/inet_transport.h"
 #include "runtime/internal/redirect_chain.h"
@@ -46,6 +47,9 @@ void Inet::ResetRequest() {
 }
 
 void Inet::Execute(const std::string& url, const std::string& verb) {
+    if (!MayRequest(url, verb)) {
+        End();
+    }
     if (executing_) {
         throw RuntimeError(error_number::kStillExecuting);
     }

@@ -5,6 +5,7 @@ set(SWIFTPATCH_HEADLESS_SOURCES
     clock.cpp
     code_page.cpp
     component.cpp
+    consent.cpp
     controls.cpp
     desktop.cpp
     disk.cpp

@@ -48,11 +48,6 @@ int GetWindowTextA(WindowHandle window, std::string& buffer) {
 
 WindowHandle GetParent(WindowHandle window) { return ToHandle(::GetParent(ToWindow(window))); }
 
-std::int32_t SendMessageA(WindowHandle window, std::uint32_t message, std::uint32_t wParam,
-                          std::int32_t lParam) {
-    return ::SendMessageA(ToWindow(window), message, wParam, lParam);
-}
-
 std::int32_t SetWindowPos(WindowHandle window, WindowHandle insertAfter, int x, int y, int width,
                           int height, std::uint32_t flags) {
     return ::SetWindowPos(ToWindow(window), ToWindow(insertAfter), x, y, width, height, flags);

@@ -10,6 +10,7 @@
 #include "runtime/files.h"
 #include "runtime/internal/unfinished_copy.h"
 #include "runtime/runtime_error.h"
+#include "runtime/win32/consent.h"
 #include "runtime/win32/errors.h"
 #include "runtime/win32/file_security.h"
 #include "runtime/win32/flush.h"
@@ -272,6 +273,10 @@ bool FileCopyIf(const std::string& source, const std::string& target,
     return true;
 }
 
-void RemoveUnfinishedCopy(const std::string& folder) { Remove(UnfinishedCopyOf(folder + "\\")); }
+void RemoveUnfinishedCopy(const std::string& folder) {
+    if (MayDelete(folder)) {
+        Remove(UnfinishedCopyOf(folder + "\\"));
+    }
+}
 
 }  // namespace swiftpatch

@@ -7,6 +7,7 @@
 #include "runtime/internal/line_reader.h"
 #include "runtime/internal/program_head.h"
 #include "runtime/runtime_error.h"
+#include "runtime/win32/consent.h"
 #include "runtime/win32/errors.h"
 #include "runtime/win32/flush.h"
 #include "runtime/win32/handle.h"
@@ -131,7 +132,7 @@ std::size_t LockedFile::Read(std::span<std::uint8_t> buffer) {
 
 bool FileExists(const std::string& path) {
     const DWORD attributes = ::GetFileAttributesA(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & kNotNormal) == 0;
+    return IsThere(path, attributes != INVALID_FILE_ATTRIBUTES && (attributes & kNotNormal) == 0);
 }
 
 std::vector<std::string> FilesIn(const std::string& folder) {
@@ -182,7 +183,7 @@ DateTime FileDateTime(const std::string& path) {
 }
 
 void Kill(const std::string& path) {
-    if (!::DeleteFileA(path.c_str())) {
+    if (MayDelete(path) && !::DeleteFileA(path.c_str())) {
         RaiseFileError(::GetLastError(), FileAction::kDelete);
     }
 }

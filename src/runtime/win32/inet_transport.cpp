@@ -22,6 +22,7 @@
 #include "runtime/internal/http_address.h"
 #include "runtime/runtime_error.h"
 #include "runtime/win32/errors.h"
+#include "runtime/win32/hidden_window.h"
 #include "runtime/win32/inet_body.h"
 #include "runtime/win32/inet_calls.h"
 #include "runtime/win32/pump.h"
@@ -39,15 +40,13 @@ void Raise(const std::function<void()>& procedure) {
     }
 }
 
-/// An ordinary window that is never shown: Windows 95 has no windows for messages alone.
 HWND CreateTransferWindow(WNDPROC procedure) {
     WNDCLASSA transfer{};
     transfer.lpfnWndProc = procedure;
     transfer.hInstance = ::GetModuleHandleA(nullptr);
     transfer.lpszClassName = kWindowClass;
     ::RegisterClassA(&transfer);
-    return ::CreateWindowExA(0, kWindowClass, "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
-                             transfer.hInstance, nullptr);
+    return CreateHiddenWindow(kWindowClass);
 }
 
 }  // namespace
