@@ -147,6 +147,14 @@ protected:
         Offer(250000);
     }
 
+    /// In an earlier run.
+    void HaveGoneBack() {
+        shared.OfferBackups = true;
+        world.AddFile("tolvex.exe", backup);
+        world.AddFile("tolvex.3.00.12.05.exe", installed);
+        Stage("3.0.12.5", 250000, serverTime);
+    }
+
     ExitStatus GoBack(bool closeProgram = false) {
         UnattendedRun& run = Attend({.closeProgram = closeProgram, .goBack = true});
         run.Loads(Window());
@@ -197,19 +205,13 @@ TEST_F(UnattendedWayBack, ThatCannotBeCopiedIsTheDisk) {
 }
 
 TEST_F(UnattendedWayBack, WhatWasGoneBackFromIsNotInstalledAgain) {
-    shared.OfferBackups = true;
-    world.AddFile("tolvex.exe", backup);
-    world.AddFile("tolvex.3.00.12.05.exe", installed);
-    Stage("3.0.12.5", 250000, serverTime);
+    HaveGoneBack();
     EXPECT_EQ(RunToTheEnd(), ExitStatus::kNothingToDo);
     EXPECT_TRUE(Content("tolvex.exe") == backup);
 }
 
 TEST_F(UnattendedWayBack, WhatWasGoneBackFromIsNotReadyEither) {
-    shared.OfferBackups = true;
-    world.AddFile("tolvex.exe", backup);
-    world.AddFile("tolvex.3.00.12.05.exe", installed);
-    Stage("3.0.12.5", 250000, serverTime);
+    HaveGoneBack();
     EXPECT_EQ(RunToTheEnd({.check = true}), ExitStatus::kNothingToDo);
 }
 
