@@ -23,6 +23,20 @@ bool IsBelow(const std::string& version, const std::string& other) {
     return IsDowngrade(other, version);
 }
 
+/// As the version block gives it: five digits, and a minus where it shows a part above 32767.
+bool IsPart(std::string_view part) {
+    constexpr std::size_t kMostDigits = 5;
+    const std::string_view digits = part.substr(part.starts_with('-') ? 1 : 0);
+    return !digits.empty() && digits.size() <= kMostDigits &&
+           digits.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+bool IsVersion(const std::string& text) {
+    constexpr std::size_t kParts = 4;
+    const std::vector<std::string> parts = Split(text, '.');
+    return parts.size() == kParts && std::all_of(parts.begin(), parts.end(), IsPart);
+}
+
 /// The version that a name tells of; empty where it is no backup's.
 std::string VersionInName(const std::string& name) {
     const std::size_t around = kBeforeVersion.size() + kAfterVersion.size();
@@ -31,7 +45,8 @@ std::string VersionInName(const std::string& name) {
         !EqualWithoutCase(name.substr(name.size() - kAfterVersion.size()), kAfterVersion)) {
         return {};
     }
-    return name.substr(kBeforeVersion.size(), name.size() - around);
+    const std::string version = name.substr(kBeforeVersion.size(), name.size() - around);
+    return IsVersion(version) ? version : std::string();
 }
 
 std::vector<std::string> VersionsBelow(const std::string& installed) {

@@ -16,7 +16,7 @@ struct StatusRow {
 };
 
 constexpr std::array kStatuses{
-    StatusRow{ExitStatus::kNothingToDo, "nothing-to-do", SWIFTPATCH_NAME_IN_TEXT " is up to date."},
+    StatusRow{ExitStatus::kNothingToDo, "nothing-to-do", "There is nothing to do."},
     StatusRow{ExitStatus::kInstalled, "installed", "The build was installed."},
     StatusRow{ExitStatus::kReady, "ready", "An update is ready to be installed."},
     StatusRow{ExitStatus::kNoConnection, "no-connection",
@@ -25,7 +25,7 @@ constexpr std::array kStatuses{
               "The update server answers, but what it offers cannot be used."},
     StatusRow{ExitStatus::kTimedOut, "timed-out", "The update server takes too long."},
     StatusRow{ExitStatus::kProgramRunning, "program-running",
-              "The update is ready, but " SWIFTPATCH_RUNNING_NAME " is running."},
+              SWIFTPATCH_RUNNING_NAME " is running, so nothing was installed."},
     StatusRow{ExitStatus::kProgramNotClosed, "program-not-closed",
               SWIFTPATCH_RUNNING_NAME " was asked to close and did not."},
     StatusRow{ExitStatus::kNotSigned, "not-signed",

@@ -125,7 +125,8 @@ MsgBoxAnswer UnattendedRun::AnswerTo(const Question& question, const Judgement& 
         case Meaning::kExit:
             return MsgBoxAnswer::kYes;
         case Meaning::kWantsToGoBack:
-            return line_.goBack ? MsgBoxAnswer::kYes : MsgBoxAnswer::kNo;
+            goingBack_ = line_.goBack;
+            return goingBack_ ? MsgBoxAnswer::kYes : MsgBoxAnswer::kNo;
         case Meaning::kWantsToClose:
             closing_ = ProgramMayBeClosed();
             return closing_ ? MsgBoxAnswer::kYes : MsgBoxAnswer::kNo;
@@ -181,6 +182,10 @@ bool UnattendedRun::OffersUpdate(const frmSwiftPatch& window) {
 
 void UnattendedRun::GoBack(frmSwiftPatch& window) {
     pressed_ = true;
+    if (InstalledProductVersion().empty()) {
+        ending_.failure = ExitStatus::kDisk;
+        return;
+    }
     const std::string backup = FindBackup();
     window.cmdClose.Enabled = true;  // Nothing has begun that could be unfinished.
     window.cmdGoBack.Click();
@@ -222,7 +227,7 @@ void UnattendedRun::Look() {
 /// program alone.
 bool UnattendedRun::ProgramMayBeClosed() const {
     const frmSwiftPatch* const window = Window();
-    return line_.closeProgram && window != nullptr && (OffersInstall(*window) || line_.goBack);
+    return line_.closeProgram && window != nullptr && (OffersInstall(*window) || goingBack_);
 }
 
 bool UnattendedRun::MaySend(WindowHandle window) {
@@ -275,7 +280,7 @@ ExitStatus UnattendedRun::Status() {
     // A copy has the time of what it was made from.
     const FileState now = StateOf(AppFile(kMainProgram));
     ending_.programReplaced =
-        now && now != before_ && (wentBack_ || now == StateOf(AppFile(kStagedBuild)));
+        wentBack_ || (now && now != before_ && now == StateOf(AppFile(kStagedBuild)));
     return StatusOf(ending_);
 }
 

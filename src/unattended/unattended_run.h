@@ -60,7 +60,8 @@ private:
     Reporter& reporter_;
     const FileState before_;
     Ending ending_;
-    bool pressed_ = false;  ///< Install, or the button of the way back.
+    bool pressed_ = false;    ///< Install, or the button of the way back.
+    bool goingBack_ = false;  ///< There is a build to go back to.
     bool wentBack_ = false;
     bool closing_ = false;   ///< The main program has been told to close, and may come again.
     WindowHandle told_ = 0;  ///< The last window that was.

@@ -80,8 +80,19 @@ std::optional<DWORD> StatusIn(const std::map<std::string, DWORD>& statuses,
     return found == statuses.end() ? std::nullopt : std::optional(found->second);
 }
 
+/// Then the offer stays, and only a person takes it.
+bool WasGoneBackFrom(const Row& row) {
+    return std::any_of(row.steps.begin(), row.steps.end(), [](const Line& line) {
+        return line.word == "shows" &&
+               line.rest.find("You went back from version") != std::string::npos;
+    });
+}
+
 /// Nothing for a run that ends without a word, because the request for the build failed.
 std::optional<DWORD> ExpectedStatus(const Row& row) {
+    if (WasGoneBackFrom(row)) {
+        return unattended::kNothingToDo;
+    }
     std::optional<DWORD> status;
     for (const Line& line : row.steps) {
         const std::optional<DWORD> next =
@@ -121,7 +132,8 @@ bool CanBePlayed(const Row& row) {
                                     [](const Line& line) { return line.word == "running"; });
     const bool quiet = std::none_of(row.checks.begin(), row.checks.end(),
                                     [](const Line& line) { return line.word == "started"; });
-    return row.onProgram && played && alone && quiet;
+    const bool forward = WasGoneBackFrom(row) && HasStep(row, "press", "cmdInstall");
+    return row.onProgram && played && alone && quiet && !forward;
 }
 
 std::string JsonText(const std::string& text) {

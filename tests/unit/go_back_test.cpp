@@ -266,5 +266,13 @@ TEST_F(GoBackTest, OverAHeldOrReadOnlyProgramChangesNothing) {
     EXPECT_EQ(Content("tolvex.exe"), installed);
 }
 
+TEST_F(FindBackupTest, NameThatIsNoVersionIsLeftAlone) {
+    for (const char* name : {"tolvex.202611231200.exe", "tolvex.3.00.11.202611231200.exe",
+                             "tolvex.3.00.11.exe", "tolvex.3..11.00.exe", "tolvex.-.1.1.1.exe"}) {
+        world.AddFile(name, headless::Build("3.0.11.0", 240000));
+    }
+    EXPECT_EQ(FindBackup(), "");
+}
+
 }  // namespace
 }  // namespace swiftpatch

@@ -192,10 +192,22 @@ TEST_F(UnattendedWayBack, LeavesARunningProgramAlone) {
     EXPECT_TRUE(Content("tolvex.exe") == installed);
 }
 
-TEST_F(UnattendedWayBack, MayClose) {
+TEST_F(UnattendedWayBack, MayCloseTheProgramOnceThereIsSomethingToGoBackTo) {
     UnattendedRun& run = Attend({.closeProgram = true, .goBack = true});
     LoadWindow();
+    EXPECT_FALSE(run.MaySend(5));
+    run.Answer({kMessageBox, "", "Go back from version 2 to version 1?", msgbox::kYesNo});
     EXPECT_TRUE(run.MaySend(5));
+}
+
+TEST_F(UnattendedWayBack, ToABuildOfTheSameLengthAndTimeIsOneToo) {
+    world.AddFile("tolvex.3.00.11.00.exe", headless::Build("3.0.11.0", 250000));
+    EXPECT_EQ(GoBack(), ExitStatus::kInstalled);
+}
+
+TEST_F(UnattendedWayBack, WithoutAProgramIsTheDisk) {
+    world.disk.Remove(world.PathOf("tolvex.exe"));
+    EXPECT_EQ(GoBack(), ExitStatus::kDisk);
 }
 
 TEST_F(UnattendedWayBack, ThatCannotBeCopiedIsTheDisk) {

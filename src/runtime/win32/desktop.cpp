@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "runtime/win32/consent.h"
 #include "runtime/win32/win32.h"
 
 namespace swiftpatch {
@@ -20,7 +21,7 @@ struct Enumeration {
 BOOL CALLBACK VisitWindow(HWND window, LPARAM parameter) {
     auto& enumeration = *reinterpret_cast<Enumeration*>(parameter);
     try {
-        return enumeration.callback(ToHandle(window)) ? TRUE : FALSE;
+        return !MayFind(window) || enumeration.callback(ToHandle(window)) ? TRUE : FALSE;
     } catch (...) {
         enumeration.failure = std::current_exception();
         return FALSE;
