@@ -6,8 +6,9 @@
 
 namespace swiftpatch {
 
-// What is asked before the program deletes a file, or finds one or a window. With a person in front of it there is
-// nothing to ask, and the answers are yes and what the system says. None of these pumps.
+// What is asked before the program deletes a file, or finds one or a window. With a person in front
+// of it there is nothing to ask, and the answers are yes and what the system says. None of these
+// pumps.
 
 /// Whether a file may be deleted, or from a folder what an unfinished copy has left. Where it may
 /// not, it stays, and the program goes on as if it had gone.
