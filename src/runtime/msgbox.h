@@ -15,6 +15,18 @@ inline constexpr int kInformation = 64;
 
 enum class MsgBoxAnswer { kOk = 1, kYes = 6, kNo = 7 };
 
+/// What the button of an answer says.
+constexpr const char* NameOf(MsgBoxAnswer answer) {
+    switch (answer) {
+        case MsgBoxAnswer::kYes:
+            return "Yes";
+        case MsgBoxAnswer::kNo:
+            return "No";
+        default:
+            return "OK";
+    }
+}
+
 /// Shows the system's message box, owned by the active form, and waits for the answer.
 /// `title` empty: the application's title. Pumps: timers fire while the box is open.
 /// Throws EndProgram when the run ended meanwhile.

@@ -39,12 +39,12 @@ CommandLine ReadCommandLine(const std::vector<std::string>& arguments) {
                          [&argument](const Option& each) { return argument == each.name; });
         if (option != kOptions.end()) {
             line.*(option->flag) = true;
-        } else if (line.unknown.empty()) {
-            line.unknown = argument.empty() ? "\"\"" : argument;
+        } else if (line.fault.empty()) {
+            line.fault = "unknown argument: " + (argument.empty() ? "\"\"" : argument);
         }
     }
-    if (line.check && line.goBack && line.unknown.empty()) {
-        line.unknown = "--check with --go-back";
+    if (line.check && line.goBack && line.fault.empty()) {
+        line.fault = "--check and --go-back do not go together";
     }
     return line;
 }

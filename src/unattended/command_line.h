@@ -14,7 +14,7 @@ struct CommandLine {
     bool quiet = false;
     bool help = false;
     bool version = false;
-    std::string unknown{};  ///< What cannot be understood of the arguments; empty for nothing.
+    std::string fault{};  ///< What is wrong with the arguments; empty for nothing.
 };
 
 CommandLine ReadCommandLine(const std::vector<std::string>& arguments);

@@ -105,15 +105,4 @@ MsgBoxAnswer SafeAnswer(const Question& question) {
     return (question.style & kButtons) == msgbox::kYesNo ? MsgBoxAnswer::kNo : MsgBoxAnswer::kOk;
 }
 
-const char* NameOf(MsgBoxAnswer answer) {
-    switch (answer) {
-        case MsgBoxAnswer::kYes:
-            return "Yes";
-        case MsgBoxAnswer::kNo:
-            return "No";
-        default:
-            return "OK";
-    }
-}
-
 }  // namespace swiftpatch

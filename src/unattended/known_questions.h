@@ -30,7 +30,4 @@ Judgement Judge(const Question& question);
 /// The answer that changes nothing.
 MsgBoxAnswer SafeAnswer(const Question& question);
 
-/// The word for an answer.
-const char* NameOf(MsgBoxAnswer answer);
-
 }  // namespace swiftpatch

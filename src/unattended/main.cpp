@@ -8,8 +8,8 @@ namespace {
 
 using namespace swiftpatch;
 
-int Usage(const std::string& unknown) {
-    WriteErrors("unknown argument: " + unknown + "\r\n" + UsageLine());
+int Usage(const std::string& fault) {
+    WriteErrors(fault + "\r\n" + UsageLine());
     return static_cast<int>(ExitStatus::kUsage);
 }
 
@@ -27,8 +27,8 @@ int Update(const CommandLine& line) {
 
 int main(int count, char* arguments[]) {
     const CommandLine line = ReadCommandLine({arguments + 1, arguments + count});
-    if (!line.unknown.empty()) {
-        return Usage(line.unknown);
+    if (!line.fault.empty()) {
+        return Usage(line.fault);
     }
     if (line.help || line.version) {
         WriteOutput(line.help ? HelpText() : VersionText());

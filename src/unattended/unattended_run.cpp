@@ -182,14 +182,15 @@ bool UnattendedRun::OffersUpdate(const frmSwiftPatch& window) {
 
 void UnattendedRun::GoBack(frmSwiftPatch& window) {
     pressed_ = true;
-    if (InstalledProductVersion().empty()) {
+    window.cmdClose.Enabled = true;  // Nothing has begun that could be unfinished.
+    const std::string before = InstalledProductVersion();
+    if (before.empty()) {
         ending_.failure = ExitStatus::kDisk;
         return;
     }
-    const std::string backup = FindBackup();
-    window.cmdClose.Enabled = true;  // Nothing has begun that could be unfinished.
     window.cmdGoBack.Click();
-    wentBack_ = !backup.empty() && InstalledProductVersion() == backup;
+    const std::string now = InstalledProductVersion();
+    ending_.programReplaced = !now.empty() && now != before;
 }
 
 void UnattendedRun::Leave(frmSwiftPatch& window) {
@@ -279,8 +280,8 @@ ExitStatus UnattendedRun::Status() {
     ending_.otherUpdater = App::PrevInstance();
     // A copy has the time of what it was made from.
     const FileState now = StateOf(AppFile(kMainProgram));
-    ending_.programReplaced =
-        wentBack_ || (now && now != before_ && now == StateOf(AppFile(kStagedBuild)));
+    const bool installed = now && now != before_ && now == StateOf(AppFile(kStagedBuild));
+    ending_.programReplaced = ending_.programReplaced || installed;
     return StatusOf(ending_);
 }
 

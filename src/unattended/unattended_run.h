@@ -62,9 +62,8 @@ private:
     Ending ending_;
     bool pressed_ = false;    ///< Install, or the button of the way back.
     bool goingBack_ = false;  ///< There is a build to go back to.
-    bool wentBack_ = false;
-    bool closing_ = false;   ///< The main program has been told to close, and may come again.
-    WindowHandle told_ = 0;  ///< The last window that was.
+    bool closing_ = false;    ///< The main program has been told to close, and may come again.
+    WindowHandle told_ = 0;   ///< The last window that was.
     std::set<std::string> gone_;
     std::int32_t percent_ = 0;
     std::uint32_t lastProgress_;

@@ -75,8 +75,6 @@ private:
     int runs_ = 0;
 };
 
-const char* NameOf(MsgBoxAnswer answer) { return answer == MsgBoxAnswer::kYes ? "Yes" : "No"; }
-
 /// The second run of a pair of event and yield is the first one over again where nobody asks.
 using Asked = std::set<std::pair<std::int64_t, const Event*>>;
 

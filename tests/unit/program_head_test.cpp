@@ -38,6 +38,12 @@ protected:
         Put(kNewHeader + 6, sections_, 2);
     }
 
+    /// Behind a section that ends there; `at` is where the optional header tells of them.
+    void PutCertificates(std::size_t at) {
+        Put(kOptional + at, 0x1400, 4);
+        Put(kOptional + at + 4, 0x88, 4);
+    }
+
     std::optional<std::uint64_t> Length() const { return LengthOfProgram(head_); }
 
     std::vector<std::uint8_t> head_;
@@ -65,16 +71,14 @@ TEST_F(ProgramHead, SectionsBeyond4GibAreAddedWithoutOverflow) {
 
 TEST_F(ProgramHead, CertificatesBehindTheSectionsBelongToIt) {
     AddSection(0x400, 0x1000);
-    Put(kOptional + 128, 0x1400, 4);
-    Put(kOptional + 132, 0x88, 4);
+    PutCertificates(128);
     EXPECT_EQ(Length(), 0x1488U);
 }
 
 TEST_F(ProgramHead, CertificatesOfA64BitProgramStandElsewhere) {
     Begin(0x20B, 240);
     AddSection(0x400, 0x1000);
-    Put(kOptional + 144, 0x1400, 4);
-    Put(kOptional + 148, 0x88, 4);
+    PutCertificates(144);
     EXPECT_EQ(Length(), 0x1488U);
 }
 

@@ -241,6 +241,17 @@ TEST_F(UnattendedRunTest, AFailureOfTheAnimationIsNoFailureOfTheRun) {
     EXPECT_EQ(run_->Status(), ExitStatus::kInternal) << "nothing is known of the run yet";
 }
 
+TEST_F(UnattendedRunTest, WithoutItsAnimationInstallsAllTheSame) {
+    world.disk.Remove(world.PathOf("filecopy.avi"));
+    Publish(headless::Build("3.0.12.5", 250000));
+    world.network.Answer(Head(kAnimation), headless::HeaderReply("Content-Length: 5000\r\n"));
+    headless::Reply lost;
+    lost.failure = error_number::kRequestTimedOut;
+    world.network.Answer(Get(kAnimation), lost);
+    const ExitStatus status = RunToTheEnd();
+    EXPECT_EQ(status, ExitStatus::kInstalled) << written_ << NameOf(status);
+}
+
 TEST_F(UnattendedRunTest, EndsATransferThatComesToNothing) {
     LoadWindow();
     UnattendedRun& run = Attend();

@@ -1,7 +1,6 @@
 #include "publish/signatures.h"
 
 #include <algorithm>
-#include <cstdint>
 
 #include "publish/files.h"
 #include "publish/publish_error.h"
@@ -11,12 +10,6 @@
 #include "signing/signature_file.h"
 
 namespace publish {
-
-swiftpatch::Blake2b::Digest HashOf(std::string_view build) {
-    swiftpatch::Blake2b hash;
-    hash.Update({reinterpret_cast<const std::uint8_t*>(build.data()), build.size()});
-    return hash.Finish();
-}
 
 std::vector<BlockText> BlocksIn(std::string_view file) {
     constexpr int kLinesOfABlock = 4;

@@ -13,9 +13,6 @@ namespace publish {
 /// One signature as it stands in a file: four lines, each ended by LF.
 using BlockText = std::string;
 
-/// The hash of a build, which its signatures are of.
-swiftpatch::Blake2b::Digest HashOf(std::string_view build);
-
 /// The blocks of a signature file, whole ones or not.
 std::vector<BlockText> BlocksIn(std::string_view file);
 

@@ -9,6 +9,7 @@
 #include "publish/server_folder.h"
 #include "publish/system.h"
 #include "publish_check/folder_server.h"
+#include "publish_check/signature_findings.h"
 #include "publish_check/utf8_path.h"
 #include "shared/paths.h"
 
@@ -73,7 +74,8 @@ std::vector<BlockText> BlocksOfPresent(const Order& order, const std::vector<Sig
         return {};
     }
     const std::string& file = present.signature.get.body;
-    std::vector<BlockText> blocks = FittingBlocks(file, keys, HashOf(present.build.get.body));
+    std::vector<BlockText> blocks =
+        FittingBlocks(file, keys, publish_check::HashOfBuild(present.build.get.body));
     std::vector<BlockText> unknown = BlocksOfOtherKeys(file, keys);
     for (const KeptBuild& kept : KeptBuilds(order.folder)) {
         const fs::path beside = kept.folder / swiftpatch::kBuildSignature;
@@ -82,6 +84,20 @@ std::vector<BlockText> BlocksOfPresent(const Order& order, const std::vector<Sig
         }
     }
     Append(blocks, unknown);
+    return blocks;
+}
+
+/// Those of an upload that was broken off, but for those of the build with this hash: it is signed
+/// anew with each try.
+std::vector<BlockText> BlocksOfUpload(const Order& order, const std::vector<SigningKey>& keys,
+                                      const swiftpatch::Blake2b::Digest& hash) {
+    const fs::path marker = UploadedSignatures(order.folder);
+    if (!fs::is_regular_file(marker)) {
+        return {};
+    }
+    const std::string file = ReadFile(marker);
+    std::vector<BlockText> blocks = BlocksIn(file);
+    LeaveOut(blocks, FittingBlocks(file, keys, hash));
     return blocks;
 }
 
@@ -104,11 +120,11 @@ StagedRelease::StagedRelease(const fs::path& folder, const Order& order, const S
         throw PublishError("there is no file " + publish_check::Utf8(order.build));
     }
     fs::copy_file(order.build, build_);
-    const ServerState staged = publish_check::ReadFolder(folder_, false);
-    changesBuild_ = !IsThere(present.build) || present.build.get.body != staged.build.get.body;
+    MakeNew();
+    const publish_check::PublishedFile staged = ReadStaged(swiftpatch::kStagedBuild);
+    changesBuild_ = !IsThere(present.build) || present.build.get.body != staged.get.body;
     if (changesBuild_) {
-        MakeNew();
-        state_.build = publish_check::ReadFolder(folder_, false).build;
+        state_.build = staged;
     } else {
         fs::last_write_time(build_, fs::last_write_time(order.folder / swiftpatch::kStagedBuild));
     }
@@ -126,6 +142,10 @@ StagedRelease::StagedRelease(const fs::path& folder, const Order& order, const S
     FlushFile(build_);
 }
 
+publish_check::PublishedFile StagedRelease::ReadStaged(const std::string& name) const {
+    return publish_check::ReadPublishedFile(folder_, name);
+}
+
 void StagedRelease::MakeNew() const {
     fs::last_write_time(build_, fs::file_time_type::clock::now());
 }
@@ -133,7 +153,7 @@ void StagedRelease::MakeNew() const {
 void StagedRelease::StageAnimation() {
     const fs::path file = folder_ / swiftpatch::kBusyAnimation;
     WriteFile(file, AnimationFile());
-    state_.animation = publish_check::ReadFolder(folder_, false).animation;
+    state_.animation = ReadStaged(swiftpatch::kBusyAnimation);
     files_.push_back(file);
 }
 
@@ -141,8 +161,12 @@ void StagedRelease::StageAnimation() {
 /// those of an upload that was broken off, whose build may be there: so whoever asks at any moment
 /// gets a build and its signature.
 void StagedRelease::StageSignature(const Order& order, const ServerState& present, Steps& steps) {
-    const Keys keys = swiftpatch::ParseSigningKeys(*order.keys).value_or(Keys());
-    std::vector<BlockText> blocks = NewBlocks(order, keys, steps);
+    const auto keys = swiftpatch::ParseSigningKeys(*order.keys).value_or(std::vector<SigningKey>());
+    const swiftpatch::Blake2b::Digest hash = publish_check::HashOfBuild(state_.build.get.body);
+    std::vector<BlockText> blocks = NewBlocks(order, steps);
+    if (blocks.empty()) {
+        blocks = BlocksBeside(order.build, keys, hash);
+    }
     if (blocks.empty() && changesBuild_) {
         throw PublishError(
             "the updaters want a signed build: name the secret key with --key, or "
@@ -157,15 +181,14 @@ void StagedRelease::StageSignature(const Order& order, const ServerState& presen
     LeaveOutSameKeys(lost, blocks);
     losesKey_ = !order.keysAreNamed && !lost.empty();
     Append(blocks, before);
-    Append(blocks, BlocksOfUpload(order, keys));
+    Append(blocks, BlocksOfUpload(order, keys, hash));
     const fs::path file = folder_ / swiftpatch::kBuildSignature;
     WriteFile(file, JoinBlocks(blocks));
-    state_.signature = publish_check::ReadFolder(folder_, true).signature;
+    state_.signature = ReadStaged(swiftpatch::kBuildSignature);
     files_.push_back(file);
 }
 
-std::vector<BlockText> StagedRelease::NewBlocks(const Order& order, const Keys& keys,
-                                                Steps& steps) const {
+std::vector<BlockText> StagedRelease::NewBlocks(const Order& order, Steps& steps) const {
     std::vector<BlockText> blocks;
     for (const std::string& secretKey : order.secretKeys) {
         const fs::path scratch = folder_ / "signature";
@@ -173,18 +196,6 @@ std::vector<BlockText> StagedRelease::NewBlocks(const Order& order, const Keys& 
         fs::remove(scratch);
         steps.Add("signed", "with " + secretKey);
     }
-    return blocks.empty() ? BlocksBeside(order.build, keys, HashOf(state_.build.get.body)) : blocks;
-}
-
-/// But for those of the new build, which is signed anew with each try.
-std::vector<BlockText> StagedRelease::BlocksOfUpload(const Order& order, const Keys& keys) const {
-    const fs::path marker = UploadedSignatures(order.folder);
-    if (!fs::is_regular_file(marker)) {
-        return {};
-    }
-    const std::string file = ReadFile(marker);
-    std::vector<BlockText> blocks = BlocksIn(file);
-    LeaveOut(blocks, FittingBlocks(file, keys, HashOf(state_.build.get.body)));
     return blocks;
 }
 

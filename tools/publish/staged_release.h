@@ -35,13 +35,11 @@ public:
     void MakeNew() const;
 
 private:
-    using Keys = std::vector<swiftpatch::SigningKey>;
-
     void StageAnimation();
     void StageSignature(const Order& order, const publish_check::ServerState& present,
                         Steps& steps);
-    std::vector<BlockText> NewBlocks(const Order& order, const Keys& keys, Steps& steps) const;
-    std::vector<BlockText> BlocksOfUpload(const Order& order, const Keys& keys) const;
+    std::vector<BlockText> NewBlocks(const Order& order, Steps& steps) const;
+    publish_check::PublishedFile ReadStaged(const std::string& name) const;
 
     std::filesystem::path folder_;
     std::filesystem::path build_;

@@ -63,7 +63,9 @@ Answer NotFound() {
     return answer;
 }
 
-PublishedFile ReadFile(const fs::path& folder, const std::string& name) {
+}  // namespace
+
+PublishedFile ReadPublishedFile(const fs::path& folder, const std::string& name) {
     PublishedFile file{NotFound(), NotFound(), {}};
     // By the names that the folder really has: most servers tell upper from lower case.
     for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
@@ -85,16 +87,14 @@ PublishedFile ReadFile(const fs::path& folder, const std::string& name) {
     return file;
 }
 
-}  // namespace
-
 ServerState ReadFolder(const fs::path& folder, bool withSignature) {
     ServerState state;
     state.address = "published/";
-    state.build = ReadFile(folder, swiftpatch::kStagedBuild);
-    state.licence = ReadFile(folder, swiftpatch::kLicenceText);
-    state.animation = ReadFile(folder, swiftpatch::kBusyAnimation);
+    state.build = ReadPublishedFile(folder, swiftpatch::kStagedBuild);
+    state.licence = ReadPublishedFile(folder, swiftpatch::kLicenceText);
+    state.animation = ReadPublishedFile(folder, swiftpatch::kBusyAnimation);
     if (withSignature) {
-        state.signature = ReadFile(folder, swiftpatch::kBuildSignature);
+        state.signature = ReadPublishedFile(folder, swiftpatch::kBuildSignature);
     }
     return state;
 }

@@ -11,4 +11,7 @@ namespace publish_check {
 /// file of it cannot be read. The signature is read `withSignature` only.
 ServerState ReadFolder(const std::filesystem::path& folder, bool withSignature = false);
 
+/// The same of one file. Throws as ReadFolder does.
+PublishedFile ReadPublishedFile(const std::filesystem::path& folder, const std::string& name);
+
 }  // namespace publish_check

@@ -8,7 +8,6 @@
 
 #include "publish_check/folder_findings.h"
 #include "shared/paths.h"
-#include "signing/blake2b.h"
 #include "signing/signature_file.h"
 #include "signing/signing_keys.h"
 
@@ -72,12 +71,9 @@ bool CheckArrival(const PublishedFile& file, Findings& findings) {
 class Comparison {
 public:
     Comparison(const std::vector<SigningKey>& keys, const ServerState& state)
-        : keys_(keys), blocks_(swiftpatch::ParseSignatureFile(state.signature.get.body)) {
-        const std::string& build = state.build.get.body;
-        swiftpatch::Blake2b hash;
-        hash.Update({reinterpret_cast<const std::uint8_t*>(build.data()), build.size()});
-        hash_ = hash.Finish();
-    }
+        : keys_(keys),
+          blocks_(swiftpatch::ParseSignatureFile(state.signature.get.body)),
+          hash_(HashOfBuild(state.build.get.body)) {}
 
     void Report(Findings& findings) const {
         if (Judge(keys_) == SignatureVerdict::kSigned) {
@@ -97,7 +93,7 @@ private:
 
     const std::vector<SigningKey>& keys_;
     std::vector<SignatureBlock> blocks_;
-    swiftpatch::Blake2b::Digest hash_{};
+    swiftpatch::Blake2b::Digest hash_;
 };
 
 void Comparison::ReportSigned(Findings& findings) const {
@@ -151,6 +147,12 @@ void Comparison::ReportFault(SignatureVerdict verdict, Findings& findings) const
 }
 
 }  // namespace
+
+swiftpatch::Blake2b::Digest HashOfBuild(std::string_view build) {
+    swiftpatch::Blake2b hash;
+    hash.Update({reinterpret_cast<const std::uint8_t*>(build.data()), build.size()});
+    return hash.Finish();
+}
 
 void CheckSignature(const ServerState& state, const std::string& keys, std::vector<Finding>& list) {
     Findings findings(list, swiftpatch::kBuildSignature);

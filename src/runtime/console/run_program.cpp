@@ -1,12 +1,9 @@
 #include "runtime/console/run_program.h"
 
-#include <exception>
-#include <new>
-
 #include "runtime/app.h"
 #include "runtime/console/attendance.h"
 #include "runtime/events.h"
-#include "runtime/files.h"
+#include "runtime/internal/outermost_loop.h"
 #include "runtime/program.h"
 #include "runtime/runtime_error.h"
 #include "runtime/win32/pump.h"
@@ -58,23 +55,6 @@ void ReportLast(const RuntimeError& error) {
         {kMessageBox, App::Title(), UntrappedErrorText(error), msgbox::kCritical});
 }
 
-void Run() {
-    try {
-        RunToTheEnd();
-    } catch (const EndProgram&) {
-        // The usual end.
-    } catch (const RuntimeError& error) {
-        ReportLast(error);
-    } catch (const std::bad_alloc&) {
-        ReportLast(RuntimeError(7, "Out of memory"));
-    } catch (const std::exception&) {
-        ReportLast(RuntimeError(51, "Internal error"));
-    }
-    EndRunAtNextPump();
-    CloseAllFiles();
-    DeleteForms();
-}
-
 void StartUp() {
     KeepToSystemLibraries();
     // Neither a missing disk nor a crash is asked about in a box of the system's.
@@ -89,7 +69,7 @@ void RunProgram(Attendant& attendant) {
     StartUp();
     const bool ole = SUCCEEDED(::OleInitialize(nullptr));
     ::SetTimer(nullptr, 0, kLookInterval, OnLook);
-    Run();
+    RunOutermost(RunToTheEnd, ReportLast);
     if (ole) {
         ::OleUninitialize();
     }

@@ -6,21 +6,6 @@
 #include "runtime/headless/nested.h"
 
 namespace swiftpatch::headless {
-namespace {
-
-const char* NameOf(MsgBoxAnswer answer) {
-    switch (answer) {
-        case MsgBoxAnswer::kYes:
-            return "Yes";
-        case MsgBoxAnswer::kNo:
-            return "No";
-        default:
-            return "OK";
-    }
-}
-
-}  // namespace
-
 User::~User() {
     for (const BoxScript& box : boxes_) {
         ReportMisuse("no message box came with: " + box.text);

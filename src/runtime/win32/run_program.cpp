@@ -1,12 +1,9 @@
 #include "runtime/win32/run_program.h"
 
-#include <exception>
-#include <new>
-
 #include "runtime/app.h"
 #include "runtime/events.h"
-#include "runtime/files.h"
 #include "runtime/form.h"
+#include "runtime/internal/outermost_loop.h"
 #include "runtime/program.h"
 #include "runtime/runtime_error.h"
 #include "runtime/win32/peer.h"
@@ -31,24 +28,6 @@ void ShowLastBox(const RuntimeError& error) {
                   MB_ICONERROR | MB_SETFOREGROUND);
 }
 
-void Run() {
-    try {
-        RunToTheEnd();
-    } catch (const EndProgram&) {
-        // The usual end.
-    } catch (const RuntimeError& error) {
-        ShowLastBox(error);
-    } catch (const std::bad_alloc&) {
-        ShowLastBox(RuntimeError(7, "Out of memory"));
-    } catch (const std::exception&) {
-        ShowLastBox(RuntimeError(51, "Internal error"));
-    }
-    EndRunAtNextPump();
-    CloseAllFiles();
-    DeleteForms();
-    DestroyAllNow();
-}
-
 void RegisterControls() {
     const SystemLibrary library("comctl32.dll");
     const LateFunction<decltype(&::InitCommonControlsEx)> initialize(library,
@@ -71,7 +50,8 @@ void StartUp() {
 int RunProgram() {
     StartUp();
     const bool ole = SUCCEEDED(::OleInitialize(nullptr));
-    Run();
+    RunOutermost(RunToTheEnd, ShowLastBox);
+    DestroyAllNow();
     if (ole) {
         ::OleUninitialize();
     }
